@@ -1,0 +1,88 @@
+#pragma once
+
+#include <Corvane/Rasterloom/ActivityStatus.h>
+#include <Corvane/Rasterloom/Api.h>
+#include <Corvane/Rasterloom/BitmapChange.h>
+#include <Corvane/Rasterloom/PixelFormat.h>
+#include <Corvane/Rasterloom/SynchronizationMode.h>
+#include <Corvane/Rasterloom/Transforms/InterpolationMode.h>
+#include <Corvane/Rasterloom/Transforms/ResizeMode.h>
+#include <Corvane/Rasterloom/Unit.h>
+
+#include <optional>
+#include <span>
+#include <string_view>
+#include <type_traits>
+
+namespace Corvane::Rasterloom {
+
+/// One name of an enumeration. A value may have several; the first in the table is its proper one.
+template <class E>
+struct EnumName {
+    E Value;
+    std::string_view Name;
+};
+
+/// All names of an enumeration, aliases last. Defined for each public enumeration.
+template <class E>
+std::span<const EnumName<E>> EnumNames() = delete;
+
+template <>
+RASTERLOOM_API std::span<const EnumName<PixelFormat>> EnumNames<PixelFormat>();
+template <>
+RASTERLOOM_API std::span<const EnumName<ColorSpace>> EnumNames<ColorSpace>();
+template <>
+RASTERLOOM_API std::span<const EnumName<ColorChannel>> EnumNames<ColorChannel>();
+template <>
+RASTERLOOM_API std::span<const EnumName<Unit>> EnumNames<Unit>();
+template <>
+RASTERLOOM_API std::span<const EnumName<BitmapChange>> EnumNames<BitmapChange>();
+template <>
+RASTERLOOM_API std::span<const EnumName<SynchronizationMode>> EnumNames<SynchronizationMode>();
+template <>
+RASTERLOOM_API std::span<const EnumName<ActivityStatus>> EnumNames<ActivityStatus>();
+template <>
+RASTERLOOM_API std::span<const EnumName<Transforms::InterpolationMode>> EnumNames<Transforms::InterpolationMode>();
+template <>
+RASTERLOOM_API std::span<const EnumName<Transforms::ResizeMode>> EnumNames<Transforms::ResizeMode>();
+
+/// The proper name of a value; empty for a value without one.
+template <class E>
+requires std::is_enum_v<E> std::string_view ToString(E value) {
+    for (const EnumName<E>& entry : EnumNames<E>()) {
+        if (entry.Value == value) {
+            return entry.Name;
+        }
+    }
+    return {};
+}
+
+namespace Detail {
+
+constexpr bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
+    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
+    if (a.size() != b.size()) {
+        return false;
+    }
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        if (lower(a[i]) != lower(b[i])) {
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace Detail
+
+/// The value of a name or an alias, in any mix of upper and lower case; nothing for an unknown name.
+template <class E>
+requires std::is_enum_v<E> std::optional<E> Parse(std::string_view name) {
+    for (const EnumName<E>& entry : EnumNames<E>()) {
+        if (Detail::EqualsIgnoringCase(entry.Name, name)) {
+            return entry.Value;
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace Corvane::Rasterloom

@@ -1,0 +1,148 @@
+#include <Corvane/Rasterloom/EnumNames.h>
+
+#include <array>
+
+namespace Corvane::Rasterloom {
+
+namespace {
+
+// clang-format off
+// The enumerators of one enumeration in the order of their values, aliases last.
+#define RASTERLOOM_NAME(Name) {E::Name, #Name},
+
+constexpr auto PixelFormatNames = [] {
+    using E = PixelFormat;
+    return std::to_array<EnumName<E>>({
+        RASTERLOOM_NAME(FormatUnknown) RASTERLOOM_NAME(Format1bppIndexed) RASTERLOOM_NAME(Format4bppIndexed)
+        RASTERLOOM_NAME(Format8bppIndexed) RASTERLOOM_NAME(Format16bppGrayScale) RASTERLOOM_NAME(Format16bppRgb555)
+        RASTERLOOM_NAME(Format16bppRgb565) RASTERLOOM_NAME(Format16bppArgb1555) RASTERLOOM_NAME(Format24bppRgb)
+        RASTERLOOM_NAME(Format32bppRgb) RASTERLOOM_NAME(Format32bppArgb) RASTERLOOM_NAME(Format48bppRgb)
+        RASTERLOOM_NAME(Format64bppArgb) RASTERLOOM_NAME(Format32bppCmyk) RASTERLOOM_NAME(Format8bppGrayScale)
+        RASTERLOOM_NAME(Format16bppAGrayScale) RASTERLOOM_NAME(Format32bppAGrayScale) RASTERLOOM_NAME(Format64bppCmyk)
+        RASTERLOOM_NAME(Format40bppAcmyk) RASTERLOOM_NAME(Format80bppAcmyk)
+    });
+}();
+
+constexpr auto ColorSpaceNames = [] {
+    using E = ColorSpace;
+    return std::to_array<EnumName<E>>({
+        RASTERLOOM_NAME(Unknown) RASTERLOOM_NAME(Rgb) RASTERLOOM_NAME(GrayScale) RASTERLOOM_NAME(Cmyk)
+    });
+}();
+
+constexpr auto ColorChannelNames = [] {
+    using E = ColorChannel;
+    return std::to_array<EnumName<E>>({
+        RASTERLOOM_NAME(Alpha) RASTERLOOM_NAME(Blue) RASTERLOOM_NAME(Green) RASTERLOOM_NAME(Red) RASTERLOOM_NAME(Black)
+        RASTERLOOM_NAME(Yellow) RASTERLOOM_NAME(Magenta) RASTERLOOM_NAME(Cyan) RASTERLOOM_NAME(Gray)
+    });
+}();
+
+constexpr auto UnitNames = [] {
+    using E = Unit;
+    return std::to_array<EnumName<E>>({
+        RASTERLOOM_NAME(Pixel) RASTERLOOM_NAME(Inch) RASTERLOOM_NAME(Mm) RASTERLOOM_NAME(Cm) RASTERLOOM_NAME(M)
+        RASTERLOOM_NAME(Point) RASTERLOOM_NAME(Pica) RASTERLOOM_NAME(Column) RASTERLOOM_NAME(Twip)
+        RASTERLOOM_NAME(Document)
+    });
+}();
+
+constexpr auto BitmapChangeNames = [] {
+    using E = BitmapChange;
+    return std::to_array<EnumName<E>>({
+        RASTERLOOM_NAME(Custom) RASTERLOOM_NAME(Load) RASTERLOOM_NAME(LoadThumbnail) RASTERLOOM_NAME(Draw)
+        RASTERLOOM_NAME(CreateNew) RASTERLOOM_NAME(Unload) RASTERLOOM_NAME(AddNoise) RASTERLOOM_NAME(AdjustHsl)
+        RASTERLOOM_NAME(Blur) RASTERLOOM_NAME(Brightness) RASTERLOOM_NAME(BrightnessContrast) RASTERLOOM_NAME(Buttonize)
+        RASTERLOOM_NAME(ChannelBalance) RASTERLOOM_NAME(ColorSpace) RASTERLOOM_NAME(Combine) RASTERLOOM_NAME(Contrast)
+        RASTERLOOM_NAME(Crop) RASTERLOOM_NAME(Curves) RASTERLOOM_NAME(Cylindrize) RASTERLOOM_NAME(EdgeDetect)
+        RASTERLOOM_NAME(Emboss) RASTERLOOM_NAME(RotateAndFlip) RASTERLOOM_NAME(FloodFill) RASTERLOOM_NAME(Glow)
+        RASTERLOOM_NAME(MaximumFilter) RASTERLOOM_NAME(MedianFilter) RASTERLOOM_NAME(MinimumFilter)
+        RASTERLOOM_NAME(Mosaic) RASTERLOOM_NAME(PageCurl) RASTERLOOM_NAME(Resize) RASTERLOOM_NAME(Rotate)
+        RASTERLOOM_NAME(Shadow) RASTERLOOM_NAME(Sharpen) RASTERLOOM_NAME(Solarize) RASTERLOOM_NAME(Spray)
+        RASTERLOOM_NAME(SwapChannels) RASTERLOOM_NAME(Swirl) RASTERLOOM_NAME(Texturize) RASTERLOOM_NAME(Transparentize)
+        RASTERLOOM_NAME(UnsharpMask) RASTERLOOM_NAME(Waddle) RASTERLOOM_NAME(WaterDrop) RASTERLOOM_NAME(Wave)
+        RASTERLOOM_NAME(ReplaceChannel) RASTERLOOM_NAME(ImportData) RASTERLOOM_NAME(HistogramEqualize)
+        RASTERLOOM_NAME(ApplyLut) RASTERLOOM_NAME(Undo) RASTERLOOM_NAME(Redo) RASTERLOOM_NAME(Invert)
+        RASTERLOOM_NAME(Levels) RASTERLOOM_NAME(ApplyMatrixTransform) RASTERLOOM_NAME(Deserialize)
+        RASTERLOOM_NAME(AddAlphaChannel)
+    });
+}();
+
+constexpr auto SynchronizationModeNames = [] {
+    using E = SynchronizationMode;
+    return std::to_array<EnumName<E>>({
+        RASTERLOOM_NAME(Sync) RASTERLOOM_NAME(Async) RASTERLOOM_NAME(AsyncViaMessageLoop)
+    });
+}();
+
+constexpr auto ActivityStatusNames = [] {
+    using E = ActivityStatus;
+    return std::to_array<EnumName<E>>({
+        RASTERLOOM_NAME(ThreadStopped) RASTERLOOM_NAME(ThreadStarted) RASTERLOOM_NAME(ThreadPaused)
+        RASTERLOOM_NAME(ThreadContinued) RASTERLOOM_NAME(ThreadRequestedToStart)
+    });
+}();
+
+constexpr auto InterpolationModeNames = [] {
+    using E = Transforms::InterpolationMode;
+    return std::to_array<EnumName<E>>({
+        RASTERLOOM_NAME(LowQuality) RASTERLOOM_NAME(MediumQuality) RASTERLOOM_NAME(HighQuality)
+        RASTERLOOM_NAME(NearestNeighbour) RASTERLOOM_NAME(Bilinear) RASTERLOOM_NAME(Trilinear)
+        RASTERLOOM_NAME(Anisotropic4) RASTERLOOM_NAME(Anisotropic9) RASTERLOOM_NAME(HermiteFilter)
+        RASTERLOOM_NAME(BoxFilter) RASTERLOOM_NAME(TriangleFilter) RASTERLOOM_NAME(BellFilter)
+        RASTERLOOM_NAME(SplineFilter) RASTERLOOM_NAME(Lanczos3Filter) RASTERLOOM_NAME(MitchellFilter)
+        RASTERLOOM_NAME(ScaleToGray) RASTERLOOM_NAME(HighSpeed) RASTERLOOM_NAME(MediumSpeed) RASTERLOOM_NAME(LowSpeed)
+        RASTERLOOM_NAME(ScaleToColor)
+    });
+}();
+
+constexpr auto ResizeModeNames = [] {
+    using E = Transforms::ResizeMode;
+    return std::to_array<EnumName<E>>({
+        RASTERLOOM_NAME(Resize) RASTERLOOM_NAME(Shrink) RASTERLOOM_NAME(Fit)
+    });
+}();
+
+#undef RASTERLOOM_NAME
+// clang-format on
+
+} // namespace
+
+template <>
+std::span<const EnumName<PixelFormat>> EnumNames<PixelFormat>() {
+    return PixelFormatNames;
+}
+template <>
+std::span<const EnumName<ColorSpace>> EnumNames<ColorSpace>() {
+    return ColorSpaceNames;
+}
+template <>
+std::span<const EnumName<ColorChannel>> EnumNames<ColorChannel>() {
+    return ColorChannelNames;
+}
+template <>
+std::span<const EnumName<Unit>> EnumNames<Unit>() {
+    return UnitNames;
+}
+template <>
+std::span<const EnumName<BitmapChange>> EnumNames<BitmapChange>() {
+    return BitmapChangeNames;
+}
+template <>
+std::span<const EnumName<SynchronizationMode>> EnumNames<SynchronizationMode>() {
+    return SynchronizationModeNames;
+}
+template <>
+std::span<const EnumName<ActivityStatus>> EnumNames<ActivityStatus>() {
+    return ActivityStatusNames;
+}
+template <>
+std::span<const EnumName<Transforms::InterpolationMode>> EnumNames<Transforms::InterpolationMode>() {
+    return InterpolationModeNames;
+}
+template <>
+std::span<const EnumName<Transforms::ResizeMode>> EnumNames<Transforms::ResizeMode>() {
+    return ResizeModeNames;
+}
+
+} // namespace Corvane::Rasterloom
