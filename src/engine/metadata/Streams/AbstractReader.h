@@ -10,11 +10,12 @@ namespace ImagingFramework {
 
 class AbstractWriter;
 
-/// Input of bytes and bits. A position is a byte index and a bit index from 7 (the top bit, read first) to 0; the position
-/// in bits is byte * 8 + (7 - bit). Multi-byte values are little-endian.
+/// Input of bytes and bits. A position is a byte index and a bit index from 7 (the top bit, read first) to 0; the
+/// position in bits is byte * 8 + (7 - bit). Multi-byte values are little-endian.
 ///
-/// Failures: a read past the end is `OutOfRangeException`, a buffer smaller than the count `ArgumentException` ("nCount"),
-/// a null buffer `ArgumentNullPointerException` ("pBuffer"), a negative offset from begin or end `ArgumentException`
+/// Failures: a read past the end is `OutOfRangeException`, a buffer smaller than the count `ArgumentException`
+/// ("nCount"), a null buffer `ArgumentNullPointerException` ("pBuffer"), a negative offset from begin or end
+/// `ArgumentException`
 /// ("nOffset").
 class AbstractReader {
 public:
@@ -24,8 +25,8 @@ public:
     virtual std::unique_ptr<AbstractWriter> CreateWriter() = 0;
     /// Size in bytes.
     virtual std::uint64_t GetSize() const = 0;
-    /// `offset` counts bits when `inBits` is set, else bytes; from the end a positive offset counts backwards. A position
-    /// beyond the end is accepted; the next read fails.
+    /// `offset` counts bits when `inBits` is set, else bytes; from the end a positive offset counts backwards. A
+    /// position beyond the end is accepted; the next read fails.
     virtual void Seek(std::int64_t offset, SeekOrigin origin = SeekOrigin::Begin, bool inBits = false) = 0;
     virtual std::uint64_t GetBytePosition() const = 0;
     virtual std::int32_t GetBitPosition() const = 0;
@@ -33,8 +34,8 @@ public:
     virtual std::uint64_t GetPosition() const = 0;
     virtual bool PeekBit() = 0;
     virtual bool ReadBit() = 0;
-    /// Reads `bitCount` bits. Right-aligned, an n-bit field reads as its number in the last byte; left-aligned, every byte
-    /// is filled from its top bit. The buffer takes (bitCount + 7) / 8 bytes, the rest of it is cleared.
+    /// Reads `bitCount` bits. Right-aligned, an n-bit field reads as its number in the last byte; left-aligned, every
+    /// byte is filled from its top bit. The buffer takes (bitCount + 7) / 8 bytes, the rest of it is cleared.
     virtual void ReadBits(std::uint64_t bitCount, void* pBuffer, std::uint64_t bufferSize, bool leftAligned) = 0;
     virtual MemPtr<std::uint8_t> ReadBits(std::uint64_t bitCount, bool leftAligned) = 0;
     virtual void ReadBytes(std::uint64_t count, void* pBuffer, std::uint64_t bufferSize) = 0;
@@ -54,7 +55,8 @@ public:
     void SearchSample(const void* pSample, std::uint64_t size);
 
 private:
-    template <class T> T ReadValue() {
+    template <class T>
+    T ReadValue() {
         T value{};
         ReadBytes(sizeof value, &value, sizeof value);
         return value;

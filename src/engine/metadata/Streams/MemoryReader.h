@@ -15,7 +15,9 @@ public:
     void Seek(std::int64_t offset, SeekOrigin origin = SeekOrigin::Begin, bool inBits = false) override;
     std::uint64_t GetBytePosition() const override { return m_uintByte; }
     std::int32_t GetBitPosition() const override { return m_intBit; }
-    std::uint64_t GetPosition() const override { return GetBytePosition() * 8 + static_cast<std::uint64_t>(7 - m_intBit); }
+    std::uint64_t GetPosition() const override {
+        return GetBytePosition() * 8 + static_cast<std::uint64_t>(7 - m_intBit);
+    }
     bool PeekBit() override;
     bool ReadBit() override;
     void ReadBits(std::uint64_t bitCount, void* pBuffer, std::uint64_t bufferSize, bool leftAligned) override;
@@ -30,6 +32,19 @@ protected:
     std::uint64_t SeekTarget(std::int64_t offset, SeekOrigin origin, bool inBits) const;
     /// Fails with `OutOfRangeException` when fewer than `bitCount` bits follow the position.
     void CheckAvailable(std::uint64_t bitCount) const;
+    /// The same for bytes.
+    void CheckAvailableBytes(std::uint64_t count) const;
+    /// Bits of the block behind the position, 0 beyond the end.
+    std::uint64_t GetBlockRemaining() const {
+        const std::uint64_t position = m_uintByte * 8 + static_cast<std::uint64_t>(7 - m_intBit);
+        return position < m_uintSizeInBits ? m_uintSizeInBits - position : 0;
+    }
+    /// The next 1 to 8 bits as a number; they must be in the block.
+    std::uint8_t TakeBlockBits(std::uint32_t count);
+    /// The next 1 to 8 bits as a number; they were checked to exist. A derived class gets them from where it must.
+    virtual std::uint8_t TakeBits(std::uint32_t count) { return TakeBlockBits(count); }
+    /// The next bytes, at a byte boundary; they were checked to exist.
+    virtual void TakeBytes(std::uint8_t* pBuffer, std::uint64_t count);
 
     const std::uint8_t* m_pBuffer = nullptr;
     std::uint64_t m_uintSizeInBits = 0;
