@@ -4,6 +4,7 @@
 #include "metadata/Streams/MemoryWriter.h"
 #include "metadata/Streams/SeekTarget.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace ImagingFramework {
@@ -86,25 +87,42 @@ std::uint8_t MemoryReader::TakeBlockBits(std::uint32_t count) {
     return static_cast<std::uint8_t>(bits & ((1U << count) - 1));
 }
 
+std::uint8_t MemoryReader::TakeBits(std::uint32_t count) {
+    std::uint32_t bits = 0;
+    while (count != 0) {
+        const auto now = static_cast<std::uint32_t>(std::min<std::uint64_t>(GetBlockRemaining(), count));
+        if (now == 0) {
+            Refill();
+            continue;
+        }
+        bits = bits << now | TakeBlockBits(now);
+        count -= now;
+    }
+    return static_cast<std::uint8_t>(bits);
+}
+
 void MemoryReader::TakeBytes(std::uint8_t* pBuffer, std::uint64_t count) {
-    std::memcpy(pBuffer, m_pBuffer + m_uintByte, count);
-    m_uintByte += count;
+    if (count != 0) {
+        std::memcpy(pBuffer, m_pBuffer + m_uintByte, count);
+        m_uintByte += count;
+    }
 }
 
 bool MemoryReader::PeekBit() {
-    const std::uint64_t byte = m_uintByte;
-    const std::int32_t bit = m_intBit;
-    const bool result = MemoryReader::ReadBit();
-    m_uintByte = byte;
-    m_intBit = bit;
-    return result;
+    if (GetBlockRemaining() == 0) {
+        CheckAvailable(1);
+        Refill();
+    }
+    return (m_pBuffer[m_uintByte] >> m_intBit & 1) != 0;
 }
 
 bool MemoryReader::ReadBit() {
-    if (GetBlockRemaining() == 0) {
-        throw OutOfRangeException();
+    const bool bit = MemoryReader::PeekBit();
+    if (--m_intBit < 0) {
+        m_intBit = 7;
+        ++m_uintByte;
     }
-    return TakeBlockBits(1) != 0;
+    return bit;
 }
 
 void MemoryReader::ReadBits(std::uint64_t bitCount, void* pBuffer, std::uint64_t bufferSize, bool leftAligned) {

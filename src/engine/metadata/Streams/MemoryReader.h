@@ -41,10 +41,13 @@ protected:
     }
     /// The next 1 to 8 bits as a number; they must be in the block.
     std::uint8_t TakeBlockBits(std::uint32_t count);
-    /// The next 1 to 8 bits as a number; they were checked to exist. A derived class gets them from where it must.
-    virtual std::uint8_t TakeBits(std::uint32_t count) { return TakeBlockBits(count); }
+    /// The next 1 to 8 bits as a number; they were checked to exist.
+    std::uint8_t TakeBits(std::uint32_t count);
     /// The next bytes, at a byte boundary; they were checked to exist.
     virtual void TakeBytes(std::uint8_t* pBuffer, std::uint64_t count);
+    /// Called when the block is used up and more bits are known to exist: a derived class whose block is a window on
+    /// something larger puts the next part into it.
+    virtual void Refill() {}
 
     const std::uint8_t* m_pBuffer = nullptr;
     std::uint64_t m_uintSizeInBits = 0;

@@ -1,0 +1,170 @@
+#include "metadata/Streams/FileStream.h"
+
+#include "ErrorHandling/Exceptions.h"
+#include "metadata/Streams/FileReplacement.h"
+#include "metadata/Streams/TempFile.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace ImagingFramework {
+
+FileStream::FileStream(const std::filesystem::path& fileName, FileStreamFlags flags)
+    : m_strFileName(fileName), m_strTarget(fileName), m_enFlags(flags) {
+    if (fileName.empty()) {
+        throw ArgumentNullPointerException("strFileName");
+    }
+    if (Has(FileStreamFlags::WriteThroughTemporaryFile)) {
+        OpenTemporary();
+    } else {
+        OpenDirectly();
+    }
+}
+
+FileStream::~FileStream() {
+    try {
+        Close();
+    } catch (...) {
+        // Nobody is left to be told; an explicit `Close` reports.
+    }
+    if (Has(FileStreamFlags::DeleteOnRelease)) {
+        ::unlink(m_strFileName.c_str());
+    }
+}
+
+void FileStream::FailToOpen(int error) const {
+    ThrowSystemError(error, fmt::format("Unable to open file '{}'.", m_strFileName.string()));
+    throw FileOpenException(m_strFileName.string());
+}
+
+void FileStream::OpenDirectly() {
+    const bool write = Has(FileStreamFlags::Write);
+    int access = write ? (Has(FileStreamFlags::Read) ? O_RDWR : O_WRONLY) : O_RDONLY;
+    if (Has(FileStreamFlags::Create)) {
+        access |= O_CREAT | (write ? O_TRUNC : 0);
+    }
+    if (const int error = m_hFile.Open(m_strFileName, access)) {
+        FailToOpen(error);
+    }
+}
+
+void FileStream::OpenTemporary() {
+    struct stat status {};
+    const bool exists = ::stat(m_strFileName.c_str(), &status) == 0;
+    if (!exists && errno != ENOENT) {
+        FailToOpen(errno);
+    }
+    if (exists && S_ISDIR(status.st_mode)) {
+        FailToOpen(EISDIR);
+    }
+    if (!exists && !Has(FileStreamFlags::Create)) {
+        FailToOpen(ENOENT);
+    }
+    // A rename would replace a file that may not be written, so the question is asked here.
+    if (exists && ::access(m_strFileName.c_str(), W_OK) != 0) {
+        FailToOpen(errno);
+    }
+    m_bOrdinaryTarget = !exists || S_ISREG(status.st_mode);
+    std::filesystem::path folder; // that of the system
+    if (m_bOrdinaryTarget) {
+        m_strTarget = FollowLinks(m_strFileName);
+        folder = m_strTarget.parent_path();
+        if (folder.empty()) {
+            folder = ".";
+        }
+        if (::access(folder.c_str(), F_OK) != 0) {
+            FailToOpen(errno);
+        }
+    }
+    m_pTempFile = std::make_unique<TempFile>(folder, "IMG", ".tmp", false, true);
+    m_hFile = std::move(m_pTempFile->GetHandle());
+}
+
+bool FileStream::Read(void* pBuffer, std::uint64_t size, std::uint64_t* pRead) {
+    std::uint64_t read = 0;
+    const bool good = m_hFile.IsOpen() && pBuffer != nullptr && m_hFile.Read(pBuffer, size, read) == 0;
+    if (pRead != nullptr) {
+        *pRead = read;
+    }
+    return good;
+}
+
+bool FileStream::Write(const void* pBuffer, std::uint64_t size, std::uint64_t* pWritten) {
+    std::uint64_t written = 0;
+    const bool good = m_hFile.IsOpen() && pBuffer != nullptr && m_hFile.Write(pBuffer, size, written) == 0;
+    if (pWritten != nullptr) {
+        *pWritten = written;
+    }
+    return good;
+}
+
+bool FileStream::Seek(std::int64_t offset, SeekOrigin origin, std::uint64_t* pPosition) {
+    if (!m_hFile.IsOpen() || m_hFile.Seek(offset, origin) != 0) {
+        return false;
+    }
+    if (pPosition != nullptr) {
+        *pPosition = m_hFile.GetPosition();
+    }
+    return true;
+}
+
+bool FileStream::Stat(std::uint64_t* pSize) {
+    return m_hFile.IsOpen() && pSize != nullptr && m_hFile.GetSize(*pSize) == 0;
+}
+
+bool FileStream::SetSize(std::uint64_t size) {
+    return m_hFile.IsOpen() && m_hFile.SetSize(size) == 0;
+}
+
+bool FileStream::Commit() {
+    return m_hFile.IsOpen() && m_hFile.Commit() == 0;
+}
+
+int FileStream::SaveTemporary() {
+    const std::filesystem::path& temporary = m_pTempFile->GetFilenameRef();
+    if (!m_bOrdinaryTarget) {
+        FileHandle source;
+        FileHandle target;
+        int error = source.Open(temporary, O_RDONLY);
+        if (error == 0) {
+            error = target.Open(m_strTarget, O_WRONLY);
+        }
+        if (error == 0) {
+            error = CopyFileData(source, target);
+        }
+        return error != 0 ? error : target.Close();
+    }
+    int error = CopyPermissions(m_strTarget, temporary);
+    if (error == 0) {
+        error = ReplaceFile(temporary, m_strTarget);
+    }
+    m_pTempFile->SetDeleteAutomatically(error != 0);
+    return error;
+}
+
+void FileStream::Close() {
+    if (!m_hFile.IsOpen()) {
+        return;
+    }
+    std::uint64_t size = 0;
+    const bool empty = Has(FileStreamFlags::DeleteWhenEmpty) && m_hFile.GetSize(size) == 0 && size == 0;
+    int error = m_hFile.Close();
+    if (m_pTempFile == nullptr) {
+        if (empty) {
+            ::unlink(m_strFileName.c_str());
+        }
+    } else {
+        if (error == 0 && m_bCompleted && !empty) {
+            error = SaveTemporary();
+        }
+        m_pTempFile.reset(); // deletes the file unless it has become the target
+    }
+    if (error != 0 && Has(FileStreamFlags::Write)) {
+        ThrowSystemError(error, fmt::format("Unable to save data to file '{}'.", m_strFileName.string()));
+    }
+}
+
+} // namespace ImagingFramework

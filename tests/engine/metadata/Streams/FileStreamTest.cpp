@@ -1,0 +1,254 @@
+#include "metadata/Streams/FileStream.h"
+#include "ErrorHandling/Exceptions.h"
+#include "metadata/Streams/StreamReader.h"
+#include "metadata/Streams/StreamWriter.h"
+#include "metadata/Streams/TempFile.h"
+
+#include <algorithm>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <set>
+#include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
+#include <vector>
+
+namespace ImagingFramework {
+namespace {
+
+namespace fs = std::filesystem;
+
+class FileStreamFiles : public testing::Test {
+protected:
+    FileStreamFiles() {
+        std::string name = (fs::temp_directory_path() / "streamsXXXXXX").string();
+        m_folder = ::mkdtemp(name.data());
+    }
+    ~FileStreamFiles() override { fs::remove_all(m_folder); }
+
+    fs::path Put(const char* name, const std::string& text) {
+        std::ofstream(m_folder / name) << text;
+        return m_folder / name;
+    }
+    static std::string Get(const fs::path& name) {
+        std::ifstream file(name);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    std::set<std::string> Names() const {
+        std::set<std::string> names;
+        for (const auto& entry : fs::directory_iterator(m_folder)) {
+            names.insert(entry.path().filename().string());
+        }
+        return names;
+    }
+    static unsigned Mode(const fs::path& name) {
+        struct stat status {};
+        return ::stat(name.c_str(), &status) == 0 ? static_cast<unsigned>(status.st_mode) & 07777U : 0;
+    }
+    /// What a save does.
+    static void Save(const fs::path& name, const std::string& text, bool completed) {
+        FileStream stream(name, FileStreamFlags::Encoder);
+        EXPECT_TRUE(stream.Write(text.data(), text.size(), nullptr));
+        stream.SetCompleted(completed);
+        stream.Close();
+        stream.Close();
+    }
+
+    fs::path m_folder;
+};
+
+TEST_F(FileStreamFiles, ASaveReplacesTheTargetOnlyWhenItIsCompleted) {
+    const fs::path name = Put("picture", "old");
+    Save(name, "half", false);
+    EXPECT_EQ(Get(name), "old");
+    Save(name, "", true);
+    EXPECT_EQ(Get(name), "old");
+    {
+        FileStream stream(name, FileStreamFlags::Encoder);
+        EXPECT_TRUE(stream.Write("x", 1, nullptr)); // dropped without a word, as after a failure
+        EXPECT_EQ(Names().size(), 2U);              // the temporary file stands beside the target
+    }
+    EXPECT_EQ(Get(name), "old");
+    EXPECT_EQ(Names(), (std::set<std::string>{"picture"}));
+    Save(name, "new", true);
+    EXPECT_EQ(Get(name), "new");
+    Save(m_folder / "another", "first", true);
+    EXPECT_EQ(Get(m_folder / "another"), "first");
+    EXPECT_EQ(Names(), (std::set<std::string>{"another", "picture"}));
+}
+
+TEST_F(FileStreamFiles, PermissionBitsAreThoseOfTheOldFileOrTheDefault) {
+    const fs::path name = Put("picture", "old");
+    ::chmod(name.c_str(), 0640);
+    Save(name, "new", true);
+    EXPECT_EQ(Mode(name), 0640U);
+    const mode_t mask = ::umask(027);
+    Save(m_folder / "fresh", "new", true);
+    {
+        FileStream stream(m_folder / "fresher", FileStreamFlags::Encoder);
+        for (const auto& entry : fs::directory_iterator(m_folder)) {
+            if (entry.path().extension() == ".tmp") {
+                EXPECT_EQ(Mode(entry.path()), 0600U);
+            }
+        }
+    }
+    ::umask(mask);
+    EXPECT_EQ(Mode(m_folder / "fresh"), 0640U);
+}
+
+TEST_F(FileStreamFiles, LinksAreFollowed) {
+    fs::create_directory(m_folder / "deep");
+    Put("deep/real", "old");
+    fs::create_symlink("deep/real", m_folder / "link");
+    fs::create_symlink(m_folder / "link", m_folder / "chain");
+    Save(m_folder / "chain", "new", true);
+    EXPECT_EQ(Get(m_folder / "deep/real"), "new");
+    EXPECT_TRUE(fs::is_symlink(m_folder / "link"));
+    EXPECT_TRUE(fs::is_symlink(m_folder / "chain"));
+    fs::create_symlink("deep/coming", m_folder / "dangling");
+    Save(m_folder / "dangling", "new", true);
+    EXPECT_EQ(Get(m_folder / "deep/coming"), "new");
+    EXPECT_TRUE(fs::is_symlink(m_folder / "dangling"));
+}
+
+TEST_F(FileStreamFiles, DevicesAndPipesAreWrittenNotReplaced) {
+    const fs::path pipe = m_folder / "pipe";
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    std::string got;
+    std::thread reader([&] { got = Get(pipe); });
+    Save(pipe, "through", true);
+    reader.join();
+    EXPECT_EQ(got, "through");
+    EXPECT_TRUE(fs::is_fifo(pipe));
+}
+
+TEST_F(FileStreamFiles, FailuresToOpen) {
+    EXPECT_THROW(FileStream("", FileStreamFlags::Decoder), ArgumentNullPointerException);
+    EXPECT_THROW(FileStream(m_folder / "none", FileStreamFlags::Decoder), FileNotFoundException);
+    EXPECT_THROW(FileStream(m_folder / "none" / "file", FileStreamFlags::Encoder), Exception);
+    EXPECT_THROW(FileStream(m_folder, FileStreamFlags::Decoder), Exception);
+    EXPECT_THROW(FileStream(m_folder, FileStreamFlags::Encoder), Exception);
+    try {
+        FileStream(m_folder / "none", FileStreamFlags::Decoder);
+    } catch (const Exception& exception) {
+        const std::string text = "Unable to open file '" + (m_folder / "none").string() + "'.";
+        EXPECT_EQ(exception.GetExceptionStringRef().substr(0, text.size()), text);
+    }
+    // A target that has become a folder: the failure is told, and nothing is left behind.
+    FileStream stream(m_folder / "late", FileStreamFlags::Encoder);
+    EXPECT_TRUE(stream.Write("x", 1, nullptr));
+    stream.SetCompleted(true);
+    fs::create_directory(m_folder / "late");
+    EXPECT_THROW(stream.Close(), Exception);
+    EXPECT_EQ(Names(), (std::set<std::string>{"late"}));
+}
+
+TEST_F(FileStreamFiles, DirectFlags) {
+    const auto write = FileStreamFlags::Write | FileStreamFlags::Create | FileStreamFlags::DeleteWhenEmpty;
+    const fs::path name = Put("direct", "long contents");
+    {
+        FileStream stream(name, write);
+        EXPECT_TRUE(stream.Write("abc", 3, nullptr));
+        char byte = 0;
+        EXPECT_FALSE(stream.Read(&byte, 1, nullptr)); // not opened for it
+        EXPECT_FALSE(stream.Seek(-1, SeekOrigin::Begin, nullptr));
+        EXPECT_EQ(stream.GetFileName(), name);
+    }
+    EXPECT_EQ(Get(name), "abc");
+    { FileStream stream(name, write); }
+    EXPECT_FALSE(fs::exists(name));
+    EXPECT_THROW(FileStream(name, FileStreamFlags::Write), FileNotFoundException);
+    Put("direct", "0123456789");
+    {
+        FileStream stream(name, FileStreamFlags::Read | FileStreamFlags::Write | FileStreamFlags::DeleteOnRelease);
+        std::uint64_t position = 0;
+        EXPECT_TRUE(stream.Seek(-3, SeekOrigin::End, &position));
+        EXPECT_EQ(position, 7U);
+        EXPECT_TRUE(stream.SetSize(9));
+        char text[8] = {};
+        std::uint64_t read = 0;
+        EXPECT_TRUE(stream.Read(text, sizeof text, &read));
+        EXPECT_EQ(std::string(text, read), "78");
+        stream.Close();
+        EXPECT_TRUE(fs::exists(name));
+        EXPECT_FALSE(stream.Read(text, 1, nullptr));
+    }
+    EXPECT_FALSE(fs::exists(name));
+}
+
+TEST_F(FileStreamFiles, ReadersAndWritersOnAFile) {
+    const fs::path name = m_folder / "words";
+    const auto stream = std::make_shared<FileStream>(name, FileStreamFlags::Encoder);
+    {
+        StreamWriter writer(stream);
+        for (std::uint32_t i = 0; i < 5000; ++i) {
+            writer.WriteDword(i);
+        }
+        writer.Seek(4000);
+        writer.WriteDword(7);
+        writer.Flush();
+    }
+    stream->SetCompleted(true);
+    stream->Close();
+    StreamReader reader(std::make_shared<FileStream>(name, FileStreamFlags::Decoder));
+    EXPECT_EQ(reader.GetSize(), 20000U);
+    const MemPtr<std::uint8_t> bytes = reader.ReadBytes(20000);
+    std::uint32_t wrong = 0;
+    for (std::uint32_t i = 0; i < 5000; ++i) {
+        const std::uint32_t expected = i == 1000 ? 7 : i;
+        wrong += bytes[i * 4] != (expected & 255) || bytes[i * 4 + 1] != expected >> 8 ? 1 : 0;
+    }
+    EXPECT_EQ(wrong, 0U);
+}
+
+TEST_F(FileStreamFiles, TemporaryFiles) {
+    const fs::path source = Put("source", std::string(5000, 's'));
+    fs::path name;
+    {
+        TempFile copy(source, m_folder, "CPY", ".tmp");
+        name = copy.GetFilenameRef();
+        EXPECT_EQ(Get(name), std::string(5000, 's'));
+        EXPECT_EQ(Mode(name), 0600U);
+        const std::string head = "CPY" + std::to_string(::getpid() & 0xFFFF) + "_";
+        const std::string text = name.filename().string();
+        EXPECT_EQ(text.substr(0, head.size()), head);
+        EXPECT_EQ(text.size(), head.size() + 4 + 4);
+        EXPECT_EQ(text.find_first_not_of("0123456789ABCDEF", head.size()), head.size() + 4);
+
+        copy.Initialize(m_folder, "FIX", "ED", true, true);
+        EXPECT_FALSE(fs::exists(name));
+        EXPECT_EQ(copy.GetFilenameRef(), m_folder / "FIXED");
+        copy.SetDeleteAutomatically(false);
+    }
+    EXPECT_TRUE(fs::exists(m_folder / "FIXED"));
+    const fs::path free = TempFile::GenerateUniqueFilename({}, "IMG", ".tmp");
+    EXPECT_EQ(free.parent_path(), fs::temp_directory_path());
+    EXPECT_FALSE(fs::exists(free));
+    EXPECT_THROW(TempFile({}, nullptr, "", false, true), ArgumentNullPointerException);
+    EXPECT_THROW(TempFile(std::string(5000, 'd'), "IMG", "", false, true), ArgumentException);
+    EXPECT_THROW(TempFile(m_folder / "none", "IMG", "", false, true), CreateTempFileException);
+    EXPECT_THROW(TempFile(m_folder / "none", m_folder, "IMG", ""), FileNotFoundException);
+    EXPECT_EQ(Names(), (std::set<std::string>{"FIXED", "source"}));
+}
+
+TEST_F(FileStreamFiles, ThreadingSavesToOneTarget) {
+    const fs::path name = m_folder / "shared";
+    std::vector<std::thread> threads;
+    for (char c = 'a'; c < 'e'; ++c) {
+        threads.emplace_back([name, c] {
+            for (int i = 0; i < 25; ++i) {
+                Save(name, std::string(9000, c), true);
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    const std::string text = Get(name);
+    EXPECT_EQ(text, std::string(9000, text.empty() ? '?' : text[0])); // one of them, whole
+    EXPECT_EQ(Names(), (std::set<std::string>{"shared"}));
+}
+
+} // namespace
+} // namespace ImagingFramework
