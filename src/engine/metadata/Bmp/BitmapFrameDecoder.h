@@ -1,0 +1,51 @@
+#pragma once
+
+#include "metadata/Bmp/BmpHeader.h"
+#include "metadata/Bmp/BmpRleReader.h"
+#include "metadata/Frames/IFrameDecoder.h"
+#include "metadata/MetaDataTypes.h"
+
+#include <array>
+
+namespace ImagingFramework {
+
+/// Decodes the one frame of a BMP file: 1, 4, 8, 16, 24 and 32 bits, RLE4 and RLE8, all header forms from 12 bytes on.
+class BitmapFrameDecoder : public IFrameDecoderImpl {
+public:
+    using IFrameDecoderImpl::Attach;
+    /// Fails with `MediaCorruptedException`, or `UnsupportedPixelFormatException` for another bit count.
+    void Attach(ObjPtr<AbstractReader> pReader) override;
+    /// 72 when the file gives no horizontal value.
+    double GetResolutionX() const override;
+    /// 72 when the file gives no horizontal value, whatever its vertical one is.
+    double GetResolutionY() const override;
+    std::shared_ptr<ColorMap> GetColorMap() override;
+    FrameCompressionType GetCompressionType() const noexcept { return m_compression; }
+
+protected:
+    void DecodeFrameInternal() override;
+    void DoDecodeHeader();
+    void LoadBasicParams();
+    /// Unpacks a run-length encoded line of the file into a line of zeros.
+    void DoDecodeScanLine(BmpRleReader& rle, std::uint8_t* pLine);
+
+private:
+    bool HasPalette() const noexcept { return m_header.BitCount < 9; }
+    void RequireAttached() const;
+    /// Fails before anything is allocated when the file cannot hold the pixels.
+    void CheckPixelData();
+    void PrepareIndexMap(std::uint32_t entryCount);
+    /// Indices beyond the palette become 0.
+    void MapIndices(std::uint8_t* pLine, std::size_t size) const noexcept;
+    void DecodeUncompressed();
+    void DecodeUncompressedDirectly(BitmapData& output, std::uint32_t rowsPerBlock);
+    void DecodeRle();
+
+    BmpHeader m_header;
+    FrameCompressionType m_compression = FrameCompressionType::Unknown;
+    bool m_bBottomUp = true;
+    bool m_bMapIndices = false;
+    std::array<std::uint8_t, 256> m_indexMap{};
+};
+
+} // namespace ImagingFramework

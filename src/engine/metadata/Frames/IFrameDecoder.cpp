@@ -1,0 +1,231 @@
+#include "metadata/Frames/IFrameDecoder.h"
+
+#include "Common/FrameSize.h"
+#include "Common/Numeric.h"
+#include "metadata/Streams/FileStream.h"
+#include "metadata/Streams/StreamReader.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <limits>
+
+namespace ImagingFramework {
+
+// --- Stream
+
+void IFrameDecoderImpl::Attach(std::shared_ptr<IStream> piStream) {
+    Attach(ObjPtr<AbstractReader>(new StreamReader(std::move(piStream))));
+}
+
+void IFrameDecoderImpl::Attach(const std::filesystem::path& strFileName) {
+    Attach(std::shared_ptr<IStream>(std::make_shared<FileStream>(strFileName, FileStreamFlags::Decoder)));
+}
+
+void IFrameDecoderImpl::Detach() {
+    m_pReader.Free();
+    m_pFilterData.reset();
+    m_pFrameColorMap.reset();
+    m_uintFrameCount = 0;
+}
+
+AbstractReader& IFrameDecoderImpl::GetReader() const {
+    if (!m_pReader) {
+        throw NotInitializedException("FrameDecoder");
+    }
+    return *m_pReader;
+}
+
+// --- Decoding
+
+void IFrameDecoderImpl::CheckFrameIndex(std::uint32_t uintFrameIndex) const {
+    if (uintFrameIndex >= GetFrameCount()) {
+        throw ArgumentOutOfRangeException("uintFrameIndex");
+    }
+}
+
+void IFrameDecoderImpl::DecodeInternalGuarded() {
+    const std::uint32_t steps = std::min<std::uint32_t>(m_uintHeight, std::numeric_limits<std::int32_t>::max());
+    ResetProgress(static_cast<std::int32_t>(steps));
+    try {
+        DecodeFrameInternal();
+    } catch (...) {
+        FreeAfterFailure();
+        throw;
+    }
+    FreeFrameResources();
+}
+
+void IFrameDecoderImpl::FreeAfterFailure() {
+    try {
+        FreeFrameResources();
+    } catch (...) {
+        throw UnexpectedException();
+    }
+}
+
+void IFrameDecoderImpl::RunFrame(BitmapData*& pBitmapData, std::uint32_t uintFrameIndex) {
+    m_uintFrameIndex = uintFrameIndex;
+    m_pOutput.Reset(pBitmapData, false);
+    if (!m_pOutput) {
+        m_pOutput.Reset(new BitmapData, true);
+    }
+    try {
+        DecodeInternalGuarded();
+    } catch (...) {
+        ResetFrameState();
+        throw;
+    }
+    pBitmapData = m_pOutput.Release();
+    ResetFrameState();
+}
+
+void IFrameDecoderImpl::DecodeFrame(BitmapData*& pBitmapData, std::uint32_t uintFrameIndex) {
+    CheckFrameIndex(uintFrameIndex);
+    ResetFrameState();
+    RunFrame(pBitmapData, uintFrameIndex);
+}
+
+void IFrameDecoderImpl::DecodeFrameToThumbnail(std::uint32_t uintThumbnailWidth, std::uint32_t uintThumbnailHeight,
+                                               BitmapData*& pBitmapData, std::uint32_t uintFrameIndex) {
+    CheckFrameIndex(uintFrameIndex);
+    if (uintThumbnailWidth == 0 && uintThumbnailHeight == 0) {
+        throw ArgumentException("uintThumbnailWidth, uintThumbnailHeight",
+                                "uintThumbnailWidth or uintThumbnailHeight must be > 0");
+    }
+    ResetFrameState();
+    m_bThumbnailMode = true;
+    m_uintThumbnailWidth = uintThumbnailWidth;
+    m_uintThumbnailHeight = uintThumbnailHeight;
+    RunFrame(pBitmapData, uintFrameIndex);
+}
+
+void IFrameDecoderImpl::Start(const std::uint32_t* pFrameIndex) {
+    const std::uint32_t index = pFrameIndex == nullptr ? 0 : *pFrameIndex;
+    CheckFrameIndex(index);
+    ResetFrameState();
+    m_bProducerMode = true;
+    BitmapData unused;
+    BitmapData* pUnused = &unused;
+    RunFrame(pUnused, index);
+}
+
+void IFrameDecoderImpl::ResetFrameState() {
+    m_pOutput.Reset(nullptr);
+    m_bThumbnailMode = false;
+    m_bProducerMode = false;
+    m_uintThumbnailWidth = 0;
+    m_uintThumbnailHeight = 0;
+    m_uintFrameIndex = 0;
+}
+
+void IFrameDecoderImpl::FreeFrameResources() {
+    m_pThumbnailer.reset();
+    m_pFilterData.reset();
+    m_pFrameColorMap.reset();
+}
+
+// --- Output
+
+void IFrameDecoderImpl::CreateBitmapData() {
+    CheckFrameSize(m_uintWidth, m_uintHeight, GetPixelFormat());
+    if (m_bProducerMode) {
+        return;
+    }
+    if (!m_bThumbnailMode) {
+        m_pOutput->Create(m_uintWidth, m_uintHeight, GetPixelFormat());
+        return;
+    }
+    CalculateThumbnailDimensions(m_uintWidth, m_uintHeight, m_uintThumbnailWidth, m_uintThumbnailHeight);
+    m_pOutput->Create(m_uintThumbnailWidth, m_uintThumbnailHeight, PixelFormat::Format32bppArgb);
+}
+
+void IFrameDecoderImpl::SetColorMap(std::shared_ptr<ColorMap> pColorMap) {
+    if (!m_bThumbnailMode && !m_bProducerMode) {
+        m_pOutput->SetColorMapRef(pColorMap);
+    }
+    m_pFrameColorMap = std::move(pColorMap);
+}
+
+void IFrameDecoderImpl::SetResolution() {
+    if (m_pOutput) {
+        m_pOutput->SetHorizontalResolution(GetResolutionX());
+        m_pOutput->SetVerticalResolution(GetResolutionY());
+    }
+}
+
+const std::vector<std::uint8_t>& IFrameDecoderImpl::GetColorProfileRef() { throw UnexpectedException(); }
+
+void IFrameDecoderImpl::SetScanline(const std::uint8_t* pScanline, std::uint32_t row) {
+    if (m_bProducerMode) {
+        if (m_pFilterData == nullptr) {
+            InitializeConsumers();
+        }
+        for (const std::shared_ptr<IScanLineConsumer>& pConsumer : m_consumers) {
+            pConsumer->SetScanline(pScanline, row);
+        }
+    } else if (m_bThumbnailMode) {
+        if (m_pThumbnailer == nullptr) {
+            CreateThumbnailer();
+        }
+        m_pThumbnailer->SetScanline(row, pScanline);
+    } else {
+        std::memcpy(m_pOutput->GetScanlineRef(row), pScanline, m_pOutput->GetRowSize());
+    }
+}
+
+void IFrameDecoderImpl::InitializeConsumers() {
+    auto data = std::make_shared<FilterData>();
+    data->Width = m_uintWidth;
+    data->Height = m_uintHeight;
+    data->HorizontalResolution = GetResolutionX();
+    data->VerticalResolution = GetResolutionY();
+    data->Format = GetPixelFormat();
+    data->FrameIndex = m_uintFrameIndex;
+    if (m_pFrameColorMap != nullptr) {
+        data->Palette = std::make_shared<ColorMap>(*m_pFrameColorMap);
+    }
+    m_pFilterData = data;
+    for (const std::shared_ptr<IScanLineConsumer>& pConsumer : m_consumers) {
+        pConsumer->Initialize(m_pFilterData);
+    }
+}
+
+void IFrameDecoderImpl::CreateThumbnailer() {
+    IThumbnailCreator::CreateThumbnailer(m_thumbnailKind, m_uintWidth, m_uintHeight, GetPixelFormat(),
+                                         m_pFrameColorMap.get(), m_pOutput.Get(), &m_pThumbnailer);
+}
+
+// --- Thumbnail size
+
+namespace {
+
+/// The side that belongs to `given` when `source` becomes `given`; at least 1.
+std::uint32_t ScaleSide(std::uint32_t side, std::uint32_t given, std::uint32_t source) {
+    const double scaled = std::floor(static_cast<double>(side) * given / source + 0.5);
+    return static_cast<std::uint32_t>(std::clamp(scaled, 1.0, 4294967295.0));
+}
+
+} // namespace
+
+void IFrameDecoderImpl::CalculateThumbnailDimensions(std::uint32_t uintSourceWidth, std::uint32_t uintSourceHeight,
+                                                     std::uint32_t& uintTargetWidth, std::uint32_t& uintTargetHeight) {
+    if (uintSourceWidth == 0 || uintSourceHeight == 0 || (uintTargetWidth == 0 && uintTargetHeight == 0)) {
+        throw ArgumentOutOfRangeException("uintTargetWidth, uintTargetHeight");
+    }
+    std::uint32_t width = uintSourceWidth;
+    std::uint32_t height = uintSourceHeight;
+    // A free side is a box without a limit on that side.
+    if (uintTargetWidth != 0 && width > uintTargetWidth) {
+        height = ScaleSide(uintSourceHeight, uintTargetWidth, uintSourceWidth);
+        width = uintTargetWidth;
+    }
+    if (uintTargetHeight != 0 && height > uintTargetHeight) {
+        width = ScaleSide(uintSourceWidth, uintTargetHeight, uintSourceHeight);
+        height = uintTargetHeight;
+    }
+    uintTargetWidth = width;
+    uintTargetHeight = height;
+}
+
+} // namespace ImagingFramework

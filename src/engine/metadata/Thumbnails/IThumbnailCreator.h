@@ -1,0 +1,28 @@
+#pragma once
+
+#include "Common/BitmapData.h"
+#include "Common/InterpolationMode.h"
+
+#include <cstdint>
+#include <memory>
+
+namespace ImagingFramework {
+
+/// Shrinks an image while it is decoded: takes its lines from the top and writes into a `Format32bppArgb` raster of the
+/// thumbnail's size, which it does not own.
+class IThumbnailCreator {
+public:
+    virtual ~IThumbnailCreator() = default;
+    virtual void SetScanline(std::uint32_t rowIndex, const std::uint8_t* rowData) = 0;
+
+    /// Modes: `NearestNeighbour`, `Anisotropic4`, `Anisotropic9`, `Lanczos3Filter`; any other fails with `ArgumentException`
+    /// ("thumbnail interpolation mode"). The raster and the palette (needed for an indexed image) must outlive the result.
+    /// Fails with `ArgumentNullPointerException` ("ppOutThumbnailer", "pThumbBitmapData", "pImageColorMap"),
+    /// `ArgumentException` for an empty image or a thumbnail that is larger than the image, and
+    /// `UnsupportedPixelFormatException` for a thumbnail of another format.
+    static void CreateThumbnailer(InterpolationMode interpolationMode, std::uint32_t imageWidth, std::uint32_t imageHeight,
+                                  PixelFormat imageFormat, const ColorMap* pImageColorMap, BitmapData* pThumbBitmapData,
+                                  std::unique_ptr<IThumbnailCreator>* ppOutThumbnailer);
+};
+
+} // namespace ImagingFramework
