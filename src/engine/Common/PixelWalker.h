@@ -108,7 +108,7 @@ public:
 
     /// Walks one channel alone from now on.
     void ChooseChannels(std::uint32_t channelIndex) {
-        if (channelIndex >= m_pParser->GetChannelCount()) {
+        if (channelIndex >= m_walkedChannels) {
             throw ArgumentOutOfRangeException("channelIndex", "The value should above above zero.");
         }
         bool flags[IPixelParserImpl::MaximumChannels] = {};
@@ -160,6 +160,7 @@ private:
         m_lastRow = height - 1;
         m_pStart = pBuffer;
         ReplaceParser({});
+        m_walkedChannels = m_pParser->GetChannelCount();
     }
 
     void ReplaceParser(std::span<const bool> selected) {
@@ -170,6 +171,7 @@ private:
     PixelFormat m_format = PixelFormat::FormatUnknown;
     std::uint32_t m_stride = 0;
     std::uint32_t m_pixelSize = 0;
+    std::uint32_t m_walkedChannels = 0; ///< before any choice of channels
     bool m_hasAlpha = false;
     bool m_includeAlpha = false;
     std::int64_t m_lastColumn = 0;

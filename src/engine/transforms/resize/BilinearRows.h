@@ -1,0 +1,104 @@
+#pragma once
+
+#include "transforms/resize/AxisMap.h"
+#include "transforms/resize/PixelLayout.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace ImagingFramework {
+
+/// Where the columns of a bilinear loop read: sample offsets of both neighbours and the 16.16 weight of the second.
+struct BilinearColumns {
+    std::vector<std::uint32_t> First;
+    std::vector<std::uint32_t> Second;
+    std::vector<std::uint16_t> Weight;
+};
+
+inline BilinearColumns BilinearInitialize(const FixedAxis& axis, std::uint64_t cropStart, std::size_t width,
+                                          std::uint32_t samples) {
+    BilinearColumns columns;
+    columns.First.resize(width);
+    columns.Second.resize(width);
+    columns.Weight.resize(width);
+    for (std::size_t x = 0; x < width; ++x) {
+        const std::uint32_t index = axis.Index(cropStart + x);
+        columns.First[x] = index * samples;
+        columns.Second[x] = axis.Next(index) * samples;
+        columns.Weight[x] = static_cast<std::uint16_t>(axis.Fraction(cropStart + x));
+    }
+    return columns;
+}
+
+/// One blended sample; the 16.16 weight of the second is below 1.
+inline std::uint32_t Blend(std::uint32_t first, std::uint32_t second, std::uint32_t weight) {
+    return (first * (65536U - weight) + second * weight) >> 16;
+}
+
+/// The horizontal half, samples without alpha weighting.
+template <class Sample, int Samples>
+void BlendColumns(const Sample* source, Sample* row, const BilinearColumns& columns) {
+    for (std::size_t x = 0; x < columns.First.size(); ++x) {
+        const Sample* const first = source + columns.First[x];
+        const Sample* const second = source + columns.Second[x];
+        const std::uint32_t weight = columns.Weight[x];
+        for (int c = 0; c < Samples; ++c) {
+            row[c] = static_cast<Sample>(Blend(first[c], second[c], weight));
+        }
+        row += Samples;
+    }
+}
+
+/// The vertical half.
+template <class Sample>
+void BlendRows(const Sample* top, const Sample* bottom, Sample* row, std::size_t samples, std::uint32_t weight) {
+    for (std::size_t i = 0; i < samples; ++i) {
+        row[i] = static_cast<Sample>(Blend(top[i], bottom[i], weight));
+    }
+}
+
+/// The horizontal half with alpha: the reduced alpha, and colours weighted by alpha. Where the unreduced alpha is 0 the
+/// colours are 0 and will have no weight.
+template <class Layout>
+void BlendColumnsWithAlpha(const typename Layout::Sample* source, typename Layout::Sample* row,
+                           const BilinearColumns& columns) {
+    using Sample = typename Layout::Sample;
+    using Wide = std::conditional_t<sizeof(Sample) == 1, std::uint32_t, std::uint64_t>;
+    for (std::size_t x = 0; x < columns.First.size(); ++x) {
+        const Sample* const first = source + columns.First[x];
+        const Sample* const second = source + columns.Second[x];
+        const Wide firstWeight = Wide{first[Layout::Colors]} * (65536U - columns.Weight[x]);
+        const Wide secondWeight = Wide{second[Layout::Colors]} * columns.Weight[x];
+        const Wide alpha = firstWeight + secondWeight;
+        for (int c = 0; c < Layout::Colors; ++c) {
+            row[c] = static_cast<Sample>(alpha != 0 ? (first[c] * firstWeight + second[c] * secondWeight) / alpha : 0);
+        }
+        row[Layout::Colors] = static_cast<Sample>(alpha >> 16);
+        row += Layout::Samples;
+    }
+}
+
+/// The vertical half with alpha. Where the alpha of the result is 0 its colours are 0.
+template <class Layout>
+void BlendRowsWithAlpha(const typename Layout::Sample* top, const typename Layout::Sample* bottom,
+                        typename Layout::Sample* row, std::size_t pixels, std::uint32_t weight) {
+    using Sample = typename Layout::Sample;
+    using Wide = std::conditional_t<sizeof(Sample) == 1, std::uint32_t, std::uint64_t>;
+    for (std::size_t x = 0; x < pixels; ++x) {
+        const Wide topWeight = Wide{top[Layout::Colors]} * (65536U - weight);
+        const Wide bottomWeight = Wide{bottom[Layout::Colors]} * weight;
+        const Wide alpha = topWeight + bottomWeight;
+        row[Layout::Colors] = static_cast<Sample>(alpha >> 16);
+        for (int c = 0; c < Layout::Colors; ++c) {
+            const bool visible = (alpha >> 16) != 0;
+            row[c] = static_cast<Sample>(visible ? (top[c] * topWeight + bottom[c] * bottomWeight) / alpha : 0);
+        }
+        top += Layout::Samples;
+        bottom += Layout::Samples;
+        row += Layout::Samples;
+    }
+}
+
+} // namespace ImagingFramework

@@ -1,0 +1,17 @@
+#include "transforms/resize/PlainTwoPassKernel.h"
+#include "transforms/resize/SincResampleHelper.h"
+
+namespace ImagingFramework {
+
+void ResampleLanczos(const ResizeJob& job) {
+    const TapAxis<double> axisX = SincResampleHelper::CreateAxis(job.Source.GetWidth(), job.NewWidth, job.CropLeft,
+                                                                 job.Destination.GetWidth());
+    const TapAxis<double> axisY = SincResampleHelper::CreateAxis(job.Source.GetHeight(), job.NewHeight, job.CropTop,
+                                                                 job.Destination.GetHeight());
+    DispatchLayout(job.Source.GetPixelFormat(), [&](auto layout) {
+        using Kernel = PlainTwoPassKernel<SincPolicy, decltype(layout)>;
+        RunTwoPass(job, axisY.Windows, [&] { return std::make_unique<Kernel>(axisX, axisY); }, true);
+    });
+}
+
+} // namespace ImagingFramework
