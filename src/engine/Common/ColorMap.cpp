@@ -3,13 +3,18 @@
 #include "metadata/Streams/AbstractReader.h"
 #include "metadata/Streams/AbstractWriter.h"
 
+#include <algorithm>
 #include <cstring>
+#include <new>
 
 namespace ImagingFramework {
 
 namespace {
 
 constexpr std::uint32_t SerializedHeaderSize = 30;
+
+/// So many single searches pay for making the grid.
+constexpr std::uint32_t SearchesBeforeGrid = 512;
 
 void CheckPixelFormat(PixelFormat format) {
     if (format != PixelFormat::Format24bppRgb && format != PixelFormat::Format32bppArgb) {
@@ -26,7 +31,7 @@ ColorMap& ColorMap::operator=(const ColorMap& other) {
         m_entries = other.m_entries;
         m_format = other.m_format;
         m_uintEntryCount = other.m_uintEntryCount;
-        m_bMapperReady = false;
+        ForgetMapper();
         if (other.m_bMapperReady) {
             GetMapper();
         }
@@ -37,7 +42,11 @@ ColorMap& ColorMap::operator=(const ColorMap& other) {
 void ColorMap::Create(std::uint32_t entryCount, PixelFormat format) {
     Empty();
     CheckPixelFormat(format);
-    m_entries.assign(CheckedProduct(entryCount, PixelFormatSize(format) / 8), 0);
+    try {
+        m_entries.assign(CheckedProduct(entryCount, PixelFormatSize(format) / 8), 0);
+    } catch (const std::bad_alloc&) {
+        throw MemoryException();
+    }
     m_format = format;
     m_uintEntryCount = entryCount;
 }
@@ -46,7 +55,7 @@ void ColorMap::Empty() noexcept {
     m_entries.clear();
     m_format = PixelFormat::FormatUnknown;
     m_uintEntryCount = 0;
-    m_bMapperReady = false;
+    ForgetMapper();
 }
 
 const std::uint8_t* ColorMap::Entry(std::uint32_t index) const {
@@ -78,12 +87,12 @@ std::uint8_t ColorMap::GetAlpha(std::uint32_t index) const {
 
 void ColorMap::SetEntryRgb(std::uint32_t index, const std::uint8_t* pEntry) {
     std::memcpy(Entry(index), pEntry, 3);
-    m_bMapperReady = false;
+    ForgetMapper();
 }
 
 void ColorMap::SetEntryArgb(std::uint32_t index, const std::uint8_t* pEntry) {
     std::memcpy(Entry(index), pEntry, GetEntrySize());
-    m_bMapperReady = false;
+    ForgetMapper();
 }
 
 void ColorMap::SetAlpha(std::uint32_t index, std::uint8_t alpha) {
@@ -97,7 +106,7 @@ void ColorMap::SetAlpha(std::uint32_t index, std::uint8_t alpha) {
         m_format = PixelFormat::Format32bppArgb;
     }
     Entry(index)[3] = alpha;
-    m_bMapperReady = false;
+    ForgetMapper();
 }
 
 KDTreeColorMapper& ColorMap::GetMapper() {
@@ -111,9 +120,47 @@ KDTreeColorMapper& ColorMap::GetMapper() {
     return m_mapper;
 }
 
+void ColorMap::ForgetMapper() noexcept {
+    m_bMapperReady = false;
+    m_pGrid.reset();
+    m_uintSearchCount = 0;
+}
+
+GridColorMapper* ColorMap::GetGrid() {
+    if (!m_pGrid && GridColorMapper::IsApplicable(*this)) {
+        auto grid = std::make_unique<GridColorMapper>(GetMapper().GetSearch());
+        grid->SetColorMap(*this);
+        m_pGrid = std::move(grid);
+    }
+    return m_pGrid.get();
+}
+
 std::uint32_t ColorMap::FindNearestEntryIndex(std::uint8_t alpha, std::uint8_t red, std::uint8_t green,
                                               std::uint8_t blue) {
-    return GetMapper().GetNearestColorIndex(alpha, red, green, blue);
+    if (m_pGrid) {
+        return m_pGrid->Find(alpha, red, green, blue);
+    }
+    KDTreeColorMapper& mapper = GetMapper();
+    if (m_uintSearchCount < SearchesBeforeGrid && ++m_uintSearchCount == SearchesBeforeGrid) {
+        GetGrid();
+    }
+    return mapper.GetNearestColorIndex(alpha, red, green, blue);
+}
+
+void ColorMap::FindNearestEntries(const std::uint8_t* pPixels, std::size_t count, std::uint8_t* pIndices) {
+    KDTreeColorMapper& mapper = GetMapper();
+    m_uintSearchCount += static_cast<std::uint32_t>(std::min<std::size_t>(count, SearchesBeforeGrid - m_uintSearchCount));
+    if (m_uintSearchCount == SearchesBeforeGrid) {
+        if (GridColorMapper* const grid = GetGrid()) {
+            grid->MapPixels(pPixels, count, pIndices);
+            return;
+        }
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::uint8_t* const pixel = pPixels + 4 * i;
+        const std::uint32_t index = mapper.GetNearestColorIndex(pixel[3], pixel[2], pixel[1], pixel[0]);
+        pIndices[i] = static_cast<std::uint8_t>(std::min<std::uint32_t>(index, 255));
+    }
 }
 
 void ColorMap::CopyColorMapperSettings(const ColorMap& objColorMap) {

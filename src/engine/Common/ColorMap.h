@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Common/GridColorMapper.h"
 #include "Common/KDTreeColorMapper.h"
 #include "Common/Numeric.h"
 #include "Common/PixelFormat.h"
@@ -30,7 +31,7 @@ public:
     ColorMap& operator=(const ColorMap& other);
     virtual ~ColorMap() = default;
 
-    /// Entries are black and transparent until set.
+    /// Entries are black and transparent until set. Fails with `MemoryException`.
     void Create(std::uint32_t entryCount, PixelFormat format);
     void Empty() noexcept;
     bool IsEmpty() const noexcept { return m_uintEntryCount == 0 || m_format == PixelFormat::FormatUnknown; }
@@ -57,9 +58,12 @@ public:
     std::uint32_t FindNearestEntryIndex(std::uint8_t red, std::uint8_t green, std::uint8_t blue) {
         return FindNearestEntryIndex(255, red, green, blue);
     }
+    /// The nearest entries of `count` pixels of `Format32bppArgb`, one byte each; an index above 255 is stored as 255. The
+    /// same answers as `FindNearestEntryIndex` pixel by pixel, faster.
+    void FindNearestEntries(const std::uint8_t* pPixels, std::size_t count, std::uint8_t* pIndices);
     /// Builds the index when it is not ready. The other map must have as many entries.
     void CopyColorMapperSettings(const ColorMap& objColorMap);
-    /// The index, ready for searches; made when needed. Valid until an entry changes.
+    /// The tree, ready for searches; made when needed. Valid until an entry changes.
     KDTreeColorMapper& GetMapper();
 
     /// Format, entry count and, when not empty, byte size and entries; 32 bits each.
@@ -74,12 +78,17 @@ public:
 private:
     std::uint8_t* Entry(std::uint32_t index);
     const std::uint8_t* Entry(std::uint32_t index) const;
+    void ForgetMapper() noexcept;
+    /// Null when the grid cannot serve this map.
+    GridColorMapper* GetGrid();
 
     std::vector<std::uint8_t> m_entries;
     PixelFormat m_format = PixelFormat::FormatUnknown;
     std::uint32_t m_uintEntryCount = 0;
     bool m_bMapperReady = false;
     KDTreeColorMapper m_mapper;
+    std::unique_ptr<GridColorMapper> m_pGrid; ///< made once searches are many
+    std::uint32_t m_uintSearchCount = 0;      ///< since the tree was built
 };
 
 } // namespace ImagingFramework

@@ -7,14 +7,16 @@
 
 namespace ImagingFramework {
 
-KDNearestNeighbourSearch::KDNearestNeighbourSearch(std::vector<std::uint32_t> weights) {
+template <std::size_t Dimensions>
+KDNearestNeighbourSearch<Dimensions>::KDNearestNeighbourSearch(std::vector<std::uint32_t> weights) {
     if (weights.size() != Dimensions) {
         throw ArgumentException("weights");
     }
     std::copy(weights.begin(), weights.end(), m_weights.begin());
 }
 
-void KDNearestNeighbourSearch::Build(std::vector<Point> points) {
+template <std::size_t Dimensions>
+void KDNearestNeighbourSearch<Dimensions>::Build(std::vector<Point> points) {
     m_uintLastFound = 0;
     m_points = std::move(points);
     m_scratch.resize(m_points.size());
@@ -30,7 +32,8 @@ void KDNearestNeighbourSearch::Build(std::vector<Point> points) {
     }
 }
 
-void KDNearestNeighbourSearch::SortAxis(std::size_t axis) {
+template <std::size_t Dimensions>
+void KDNearestNeighbourSearch<Dimensions>::SortAxis(std::size_t axis) {
     auto& list = m_lists[axis];
     list.resize(m_points.size());
     std::iota(list.begin(), list.end(), 0U);
@@ -40,7 +43,8 @@ void KDNearestNeighbourSearch::SortAxis(std::size_t axis) {
 }
 
 /// Takes from the left half only what is strictly smaller, so equal values come out right element first.
-void KDNearestNeighbourSearch::MergeSort(std::vector<std::uint32_t>& list, std::size_t axis, std::size_t low,
+template <std::size_t Dimensions>
+void KDNearestNeighbourSearch<Dimensions>::MergeSort(std::vector<std::uint32_t>& list, std::size_t axis, std::size_t low,
                                          std::size_t high) {
     if (low == high) {
         return;
@@ -60,7 +64,8 @@ void KDNearestNeighbourSearch::MergeSort(std::vector<std::uint32_t>& list, std::
 }
 
 /// The axis with the largest spread, weights aside; the first one when all points are equal.
-std::size_t KDNearestNeighbourSearch::ChooseAxis(std::size_t low, std::size_t high) const {
+template <std::size_t Dimensions>
+std::size_t KDNearestNeighbourSearch<Dimensions>::ChooseAxis(std::size_t low, std::size_t high) const {
     const auto count = static_cast<std::int64_t>(high - low + 1);
     std::size_t best = 0;
     std::int64_t bestSpread = 0;
@@ -82,7 +87,8 @@ std::size_t KDNearestNeighbourSearch::ChooseAxis(std::size_t low, std::size_t hi
     return best;
 }
 
-void KDNearestNeighbourSearch::Partition(std::size_t axis, std::size_t low, std::size_t high) {
+template <std::size_t Dimensions>
+void KDNearestNeighbourSearch<Dimensions>::Partition(std::size_t axis, std::size_t low, std::size_t high) {
     const auto begin = m_lists[axis].begin() + static_cast<std::ptrdiff_t>(low);
     const auto end = m_lists[axis].begin() + static_cast<std::ptrdiff_t>(high) + 1;
     auto lower = begin;
@@ -97,7 +103,8 @@ void KDNearestNeighbourSearch::Partition(std::size_t axis, std::size_t low, std:
     std::copy_n(m_scratch.begin(), upper, lower);
 }
 
-void KDNearestNeighbourSearch::BuildNode(std::uint32_t node, std::size_t low, std::size_t high) {
+template <std::size_t Dimensions>
+void KDNearestNeighbourSearch<Dimensions>::BuildNode(std::uint32_t node, std::size_t low, std::size_t high) {
     for (;;) {
         if (low == high) {
             m_nodes[node].IsLeaf = true;
@@ -126,7 +133,8 @@ void KDNearestNeighbourSearch::BuildNode(std::uint32_t node, std::size_t low, st
     }
 }
 
-std::uint32_t KDNearestNeighbourSearch::Distance(const Point& query, std::uint32_t point) const noexcept {
+template <std::size_t Dimensions>
+std::uint32_t KDNearestNeighbourSearch<Dimensions>::Distance(const Point& query, std::uint32_t point) const noexcept {
     std::uint32_t distance = 0;
     for (std::size_t axis = 0; axis < Dimensions; ++axis) {
         const std::int32_t d = query[axis] - m_points[point][axis];
@@ -135,7 +143,8 @@ std::uint32_t KDNearestNeighbourSearch::Distance(const Point& query, std::uint32
     return distance;
 }
 
-std::uint32_t KDNearestNeighbourSearch::Find(const Point& query) {
+template <std::size_t Dimensions>
+std::uint32_t KDNearestNeighbourSearch<Dimensions>::Find(const Point& query) {
     if (m_points.empty()) {
         return 0;
     }
@@ -146,7 +155,8 @@ std::uint32_t KDNearestNeighbourSearch::Find(const Point& query) {
     return m_uintBest;
 }
 
-void KDNearestNeighbourSearch::Visit(std::uint32_t index, std::uint32_t bound, const Point& query) {
+template <std::size_t Dimensions>
+void KDNearestNeighbourSearch<Dimensions>::Visit(std::uint32_t index, std::uint32_t bound, const Point& query) {
     const Node& node = m_nodes[index];
     if (node.IsLeaf) {
         const std::uint32_t distance = Distance(query, node.PointIndex);
@@ -168,5 +178,7 @@ void KDNearestNeighbourSearch::Visit(std::uint32_t index, std::uint32_t bound, c
         m_offsets[node.Axis] = old;
     }
 }
+
+template class KDNearestNeighbourSearch<4>;
 
 } // namespace ImagingFramework

@@ -6,13 +6,12 @@
 
 namespace ImagingFramework {
 
-/// A four-dimensional k-d tree for the nearest of a set of points, by a weighted square distance.
+/// A k-d tree for the nearest of a set of points, by a weighted square distance. Palettes use four dimensions.
 ///
 /// The build and the search follow fixed orders, so that equal distances always end in the same answer: a search starts
 /// from the answer before it and only a strictly smaller distance replaces an answer.
-class KDNearestNeighbourSearch {
+template <std::size_t Dimensions> class KDNearestNeighbourSearch {
 public:
-    static constexpr std::size_t Dimensions = 4;
     using Point = std::array<std::int32_t, Dimensions>;
 
     /// One weight per axis; another number of them fails with `ArgumentException`.
@@ -25,6 +24,8 @@ public:
 
     const std::vector<Point>& GetPoints() const noexcept { return m_points; }
     std::uint32_t GetLastFound() const noexcept { return m_uintLastFound; }
+    /// Tells the tree an answer that was found without it, from which the next search starts. Must be one of the points.
+    void SetLastFound(std::uint32_t point) noexcept { m_uintLastFound = point; }
     std::uint32_t Distance(const Point& query, std::uint32_t point) const noexcept;
 
 private:
@@ -55,5 +56,7 @@ private:
     std::uint32_t m_uintBestDistance = 0;
     std::uint32_t m_uintLastFound = 0;
 };
+
+extern template class KDNearestNeighbourSearch<4>;
 
 } // namespace ImagingFramework

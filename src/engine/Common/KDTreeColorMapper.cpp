@@ -4,22 +4,31 @@
 
 namespace ImagingFramework {
 
+void KDTreeColorMapper::Reset() noexcept {
+    ColorMapper::Reset();
+    m_pSearch.reset();
+}
+
 void KDTreeColorMapper::SetColorMap(const ColorMap& map) {
-    std::vector<KDNearestNeighbourSearch::Point> points(map.GetEntryCount());
+    ColorMapper::SetColorMap(map);
+    std::vector<Search::Point> points(map.GetEntryCount());
     for (std::uint32_t i = 0; i < map.GetEntryCount(); ++i) {
         std::uint8_t entry[4];
         map.GetEntryArgb(i, entry);
         points[i] = {entry[3], entry[2], entry[1], entry[0]};
     }
-    m_pSearch = std::make_shared<KDNearestNeighbourSearch>(std::vector<std::uint32_t>{20, 30, 59, 11});
+    m_pSearch = std::make_shared<Search>(
+        std::vector<std::uint32_t>(ColorDistanceWeights.begin(), ColorDistanceWeights.end()));
     m_pSearch->Build(std::move(points));
+}
+
+std::int32_t KDTreeColorMapper::GetNearestColorIndex(std::uint8_t red, std::uint8_t green, std::uint8_t blue) {
+    return static_cast<std::int32_t>(GetNearestColorIndex(255, red, green, blue));
 }
 
 std::uint32_t KDTreeColorMapper::GetNearestColorIndex(std::uint8_t alpha, std::uint8_t red, std::uint8_t green,
                                                       std::uint8_t blue) {
-    if (!m_pSearch) {
-        throw NotInitializedException("ColorMap");
-    }
+    RequireMap();
     return m_pSearch->Find({alpha, red, green, blue});
 }
 
