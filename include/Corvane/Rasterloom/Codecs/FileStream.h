@@ -1,0 +1,22 @@
+#pragma once
+
+#include <Corvane/Rasterloom/Host/FileStream.h>
+
+namespace Corvane::Rasterloom::Codecs {
+
+/// A file stream that leaves no empty file behind: when it is closed and the file that it could write has a length of
+/// 0, the file is deleted.
+class RASTERLOOM_API FileStream : public Host::FileStream {
+public:
+    using Host::FileStream::FileStream;
+    ~FileStream() override;
+
+    void Close() override;
+
+private:
+    void Release();
+
+    bool m_bReleased = false;
+};
+
+} // namespace Corvane::Rasterloom::Codecs

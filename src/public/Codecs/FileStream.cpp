@@ -1,0 +1,33 @@
+#include <Corvane/Rasterloom/Codecs/FileStream.h>
+
+#include <system_error>
+
+namespace Corvane::Rasterloom::Codecs {
+
+FileStream::~FileStream() {
+    try {
+        Release();
+    } catch (...) {
+        // Nobody is left to be told; an explicit `Close` reports.
+    }
+}
+
+void FileStream::Close() {
+    Release();
+}
+
+void FileStream::Release() {
+    if (m_bReleased) {
+        return;
+    }
+    m_bReleased = true;
+    // An empty file that was only read is not a failed save; it stays.
+    const bool empty = get_CanWrite() && get_CanSeek() && get_Length() == 0;
+    Host::FileStream::Close();
+    if (empty) {
+        std::error_code ignored;
+        std::filesystem::remove(get_Name(), ignored);
+    }
+}
+
+} // namespace Corvane::Rasterloom::Codecs
