@@ -6,8 +6,8 @@
 namespace ImagingFramework {
 
 /// A colour of 16 bits per channel, channels in memory order: blue, green, red, alpha; black, yellow, magenta, cyan,
-/// alpha; gray, alpha. It does not know its colour space. The factories take channels in the order of their names; 8-bit
-/// channels are shifted left by 8, so 255 becomes 65280.
+/// alpha; gray, alpha. It does not know its colour space. The factories take channels in the order of their names;
+/// 8-bit channels are shifted left by 8, so 255 becomes 65280.
 struct Color {
     std::array<std::uint16_t, 5> Channels{};
 
