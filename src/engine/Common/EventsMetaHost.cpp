@@ -41,6 +41,14 @@ EventsMetaHost::EventsMetaHost(std::vector<std::uint32_t> weights, std::set<std:
 EventsMetaHost::~EventsMetaHost() = default;
 
 void EventsMetaHost::SetEvents(IInternalEvents* pEvents) {
+    {
+        const std::lock_guard lock(m_mutex);
+        for (Worker& worker : m_workers) {
+            worker.Done = 0;
+            worker.Total = 1;
+        }
+        m_intLastValue = 0;
+    }
     IInternalEventsHostImpl::SetEvents(pEvents);
     IInternalEventsHostImpl::ResetProgress(m_intStepCount);
 }
@@ -70,26 +78,34 @@ void EventsMetaHost::ReportProgress(std::size_t index, std::int64_t done, std::i
     if (m_pEvents == nullptr) {
         return;
     }
-    const std::lock_guard lock(m_mutex);
-    Worker& worker = m_workers[index];
-    std::uint16_t abort = 0;
-    m_pEvents->CheckAbort(&abort);
-    if (!worker.Silent) {
-        if (abort == EventsTrue) {
+    const bool silent = m_workers[index].Silent;
+    {
+        const std::lock_guard lock(m_mutex);
+        std::uint16_t abort = 0;
+        m_pEvents->CheckAbort(&abort);
+        if (!silent && abort == EventsTrue) {
             throw AbortedException();
         }
-        if (IsTimedOut()) {
+        if (!silent && IsTimedOut()) {
             throw TimeOutException();
         }
+        if (total != 0) {
+            m_workers[index].Done = done;
+            m_workers[index].Total = total;
+            if (!silent) {
+                PassOn();
+            }
+        }
     }
-    if (total == 0 || worker.Silent) {
-        return;
+    // The forwarder has a pause gate of its own that nobody closes; the one that a host closes is here.
+    if (!silent) {
+        m_pEvents->WaitWhilePaused();
     }
-    worker.Done = done;
-    worker.Total = total;
+}
+
+void EventsMetaHost::PassOn() {
     const std::int64_t value = OverallValue();
     m_pEvents->OnProgress(static_cast<std::int32_t>(value - m_intLastValue));
-    m_pEvents->WaitWhilePaused();
     m_intLastValue = value;
 }
 

@@ -178,7 +178,7 @@ void IInternalEventsHostImpl::UpdateEvents(std::int32_t step) {
 
 void ProgressReporter::SetMaximumStepCount(std::int32_t count) {
     m_intMaximumStepCount = count;
-    IInternalEventsHostImpl::ResetProgress(count);
+    ResetProgress(count);
     m_intStepsDone = 0;
 }
 
