@@ -83,6 +83,14 @@ constexpr auto ActivityStatusNames = [] {
     });
 }();
 
+constexpr auto ThreadPriorityNames = [] {
+    using E = ThreadPriority;
+    return std::to_array<EnumName<E>>({
+        RASTERLOOM_NAME(Lowest) RASTERLOOM_NAME(BelowNormal) RASTERLOOM_NAME(Normal) RASTERLOOM_NAME(AboveNormal)
+        RASTERLOOM_NAME(Highest)
+    });
+}();
+
 constexpr auto InterpolationModeNames = [] {
     using E = Transforms::InterpolationMode;
     return std::to_array<EnumName<E>>({
@@ -135,6 +143,10 @@ std::span<const EnumName<SynchronizationMode>> EnumNames<SynchronizationMode>() 
 template <>
 std::span<const EnumName<ActivityStatus>> EnumNames<ActivityStatus>() {
     return ActivityStatusNames;
+}
+template <>
+std::span<const EnumName<ThreadPriority>> EnumNames<ThreadPriority>() {
+    return ThreadPriorityNames;
 }
 template <>
 std::span<const EnumName<Transforms::InterpolationMode>> EnumNames<Transforms::InterpolationMode>() {

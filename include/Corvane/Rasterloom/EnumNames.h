@@ -5,6 +5,7 @@
 #include <Corvane/Rasterloom/BitmapChange.h>
 #include <Corvane/Rasterloom/PixelFormat.h>
 #include <Corvane/Rasterloom/SynchronizationMode.h>
+#include <Corvane/Rasterloom/ThreadPriority.h>
 #include <Corvane/Rasterloom/Transforms/InterpolationMode.h>
 #include <Corvane/Rasterloom/Transforms/ResizeMode.h>
 #include <Corvane/Rasterloom/Unit.h>
@@ -41,6 +42,8 @@ template <>
 RASTERLOOM_API std::span<const EnumName<SynchronizationMode>> EnumNames<SynchronizationMode>();
 template <>
 RASTERLOOM_API std::span<const EnumName<ActivityStatus>> EnumNames<ActivityStatus>();
+template <>
+RASTERLOOM_API std::span<const EnumName<ThreadPriority>> EnumNames<ThreadPriority>();
 template <>
 RASTERLOOM_API std::span<const EnumName<Transforms::InterpolationMode>> EnumNames<Transforms::InterpolationMode>();
 template <>
