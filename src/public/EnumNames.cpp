@@ -47,6 +47,25 @@ constexpr auto UnitNames = [] {
     });
 }();
 
+constexpr auto ColorPaletteTypeNames = [] {
+    using E = ColorPaletteType;
+    return std::to_array<EnumName<E>>({
+        RASTERLOOM_NAME(Adaptive) RASTERLOOM_NAME(Custom) RASTERLOOM_NAME(WebSafe) RASTERLOOM_NAME(Windows)
+        RASTERLOOM_NAME(Mac) RASTERLOOM_NAME(GrayScale) RASTERLOOM_NAME(Bicolor)
+    });
+}();
+
+constexpr auto DitheringTypeNames = [] {
+    using E = DitheringType;
+    return std::to_array<EnumName<E>>({
+        RASTERLOOM_NAME(None) RASTERLOOM_NAME(Original) RASTERLOOM_NAME(FloydSteinberg) RASTERLOOM_NAME(Fan)
+        RASTERLOOM_NAME(Jarvis) RASTERLOOM_NAME(Stucki) RASTERLOOM_NAME(Sierra) RASTERLOOM_NAME(Burkes)
+        RASTERLOOM_NAME(Stephenson) RASTERLOOM_NAME(OrderedBayer2) RASTERLOOM_NAME(OrderedBayer3)
+        RASTERLOOM_NAME(OrderedBayer4) RASTERLOOM_NAME(OrderedSpiral2) RASTERLOOM_NAME(OrderedSpiral3)
+        RASTERLOOM_NAME(OrderedSpiral4) RASTERLOOM_NAME(Noise)
+    });
+}();
+
 constexpr auto BitmapChangeNames = [] {
     using E = BitmapChange;
     return std::to_array<EnumName<E>>({
@@ -131,6 +150,14 @@ std::span<const EnumName<ColorChannel>> EnumNames<ColorChannel>() {
 template <>
 std::span<const EnumName<Unit>> EnumNames<Unit>() {
     return UnitNames;
+}
+template <>
+std::span<const EnumName<ColorPaletteType>> EnumNames<ColorPaletteType>() {
+    return ColorPaletteTypeNames;
+}
+template <>
+std::span<const EnumName<DitheringType>> EnumNames<DitheringType>() {
+    return DitheringTypeNames;
 }
 template <>
 std::span<const EnumName<BitmapChange>> EnumNames<BitmapChange>() {

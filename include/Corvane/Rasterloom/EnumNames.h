@@ -3,6 +3,8 @@
 #include <Corvane/Rasterloom/ActivityStatus.h>
 #include <Corvane/Rasterloom/Api.h>
 #include <Corvane/Rasterloom/BitmapChange.h>
+#include <Corvane/Rasterloom/ColorPaletteType.h>
+#include <Corvane/Rasterloom/DitheringType.h>
 #include <Corvane/Rasterloom/PixelFormat.h>
 #include <Corvane/Rasterloom/SynchronizationMode.h>
 #include <Corvane/Rasterloom/ThreadPriority.h>
@@ -38,6 +40,10 @@ template <>
 RASTERLOOM_API std::span<const EnumName<Unit>> EnumNames<Unit>();
 template <>
 RASTERLOOM_API std::span<const EnumName<BitmapChange>> EnumNames<BitmapChange>();
+template <>
+RASTERLOOM_API std::span<const EnumName<ColorPaletteType>> EnumNames<ColorPaletteType>();
+template <>
+RASTERLOOM_API std::span<const EnumName<DitheringType>> EnumNames<DitheringType>();
 template <>
 RASTERLOOM_API std::span<const EnumName<SynchronizationMode>> EnumNames<SynchronizationMode>();
 template <>

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <Corvane/Rasterloom/BitmapProvider.h>
+#include <Corvane/Rasterloom/Transforms/InterpolationMode.h>
+#include <Corvane/Rasterloom/Transforms/ResizeMode.h>
+
+namespace Corvane::Rasterloom {
+
+/// The operations that change geometry and look, in short form: `bitmap.get_Transforms()->Resize(800, 600)`. Each runs the
+/// transform class of its name in place, with the bitmap's unit, time limit and progress, and fails as that class does; an
+/// empty bitmap fails with `BitmapEmptyException`.
+class RASTERLOOM_API TransformsProvider final : public BitmapProvider {
+public:
+    explicit TransformsProvider(std::shared_ptr<BitmapLink> link);
+
+    /// Sizes in the bitmap's `Unit`; a side of 0 follows the other.
+    void Resize(float width, float height,
+                Transforms::InterpolationMode interpolationMode = Transforms::InterpolationMode::MediumQuality,
+                Transforms::ResizeMode resizeMode = Transforms::ResizeMode::Resize);
+    void Resize(float width, float height, Transforms::ResizeMode resizeMode);
+    void Resize(std::int32_t width, std::int32_t height,
+                Transforms::InterpolationMode interpolationMode = Transforms::InterpolationMode::MediumQuality,
+                Transforms::ResizeMode resizeMode = Transforms::ResizeMode::Resize);
+    void Resize(std::int32_t width, std::int32_t height, Transforms::ResizeMode resizeMode);
+};
+
+} // namespace Corvane::Rasterloom
