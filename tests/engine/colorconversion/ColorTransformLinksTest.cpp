@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <hwy/targets.h>
 #include <random>
 
 namespace ImagingFramework {
@@ -59,9 +60,7 @@ TEST(LinkKernels, TablesHoldTheFormulas) {
     EXPECT_EQ(LinkKernels::ColorOfCmyk8(0, 43), 211);
 }
 
-// The vector loops against their plain twins, for every pair of pixel sizes in use and all short lengths, on addresses that
-// are not aligned, with guard bytes behind.
-TEST(VectorKernels, EqualThePlainLoops) {
+void CompareVectorsWithPlainLoops() {
     std::mt19937 random(4);
     std::vector<std::uint8_t> source(4096);
     std::ranges::generate(source, [&] { return static_cast<std::uint8_t>(random()); });
@@ -91,6 +90,21 @@ TEST(VectorKernels, EqualThePlainLoops) {
         compare(4 * count, 2 * count, [&](auto* in, auto* out) { VectorKernels::GrayFromColor(in, out, count); },
                 [&](auto* in, auto* out) { PlainKernels::GrayFromColor(in, out, count); });
     }
+}
+
+// The vector loops against their plain twins, for every pair of pixel sizes in use and all short lengths, on addresses that
+// are not aligned, with guard bytes behind, and with each instruction set that this machine has.
+TEST(VectorKernels, EqualThePlainLoops) {
+    const std::int64_t all = hwy::SupportedTargets();
+    for (std::int64_t rest = all; rest != 0; rest &= rest - 1) {
+        const std::int64_t target = rest & -rest;
+        SCOPED_TRACE(hwy::TargetName(target));
+        hwy::SetSupportedTargetsForTest(target);
+        hwy::GetChosenTarget().Update(target);
+        CompareVectorsWithPlainLoops();
+    }
+    hwy::SetSupportedTargetsForTest(0);
+    hwy::GetChosenTarget().Update(hwy::SupportedTargets());
 }
 
 TEST(VectorKernels, GrayOfTheExtremes) {
