@@ -157,6 +157,7 @@ void ColorSpaceManager::SelectColorMapEntries(RasterConversion& conversion, Colo
     }
     const std::vector<std::uint32_t> indices = selection.Sort([&task] { task.UpdateEvents(1); });
     m_destinationColorMap = selection.Pick(std::span(indices).first(count), withAlpha);
+    task.UpdateEvents(1);
 }
 
 void ColorSpaceManager::ConvertRows(RasterConversion& conversion) {

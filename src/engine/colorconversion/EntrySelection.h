@@ -17,7 +17,7 @@ public:
 
     /// Counts the nearest entries of pixels of `Format32bppArgb`.
     void AddPixels(const std::uint8_t* pPixels, std::uint32_t count);
-    /// How many steps `Sort` has.
+    /// The steps of `Sort`, and one for picking.
     std::uint32_t GetSortStepCount() const noexcept { return StepCount(m_counts.size()); }
     /// The indices, the most used first. `onStep` is called once for each step.
     template <class OnStep> std::vector<std::uint32_t> Sort(OnStep onStep) const;
@@ -30,7 +30,7 @@ private:
         std::uint32_t Index;
     };
 
-    /// The counters are at least 256, so that progress does not depend on the size of a small map.
+    /// At least 256, so that progress does not depend on the size of a small map.
     static std::uint32_t StepCount(std::size_t entryCount) noexcept {
         return static_cast<std::uint32_t>(std::max<std::size_t>(entryCount, 256));
     }

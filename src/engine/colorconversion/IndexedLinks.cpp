@@ -63,7 +63,9 @@ void IndexedToArgb32Link::ApplyScanlineTransform(const std::uint8_t* source, std
         }
         colors[i] = LoadSample<std::uint32_t>(entry, 0);
     }
-    for (std::size_t i = 0; i < m_run.PixelCount; ++i) {
+    // A local count, since a store through a byte pointer might change the member.
+    const std::size_t count = m_run.PixelCount;
+    for (std::size_t i = 0; i < count; ++i) {
         StoreSample(destination, i, colors[indices[i]]);
     }
 }

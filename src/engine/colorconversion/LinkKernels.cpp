@@ -36,22 +36,36 @@ template <std::uint32_t Maximum> double ColorOfCmyk(std::uint32_t black, std::ui
     return (1.0 - (covered < 1.0 ? covered : 1.0)) * Maximum;
 }
 
-/// Replaces each colour of a pixel by table[alpha][colour].
-void ScaleByAlpha(const std::uint8_t* table, std::uint32_t pixelCount, const std::uint8_t* source,
-                  std::uint8_t* destination) {
-    for (std::size_t i = 0; i < pixelCount; ++i) {
-        const auto pixel = LoadSample<std::uint32_t>(source, i);
-        const std::uint8_t* const row = table + ((pixel >> 24) << 8);
-        const std::uint32_t scaled = row[pixel & 255] | (std::uint32_t{row[(pixel >> 8) & 255]} << 8) |
-                                     (std::uint32_t{row[(pixel >> 16) & 255]} << 16);
-        StoreSample(destination, i, scaled | (pixel & 0xFF000000U));
+/// Writes one word for each word. The count and what the function holds are locals, so the loop can be vectorised: a store
+/// through a byte pointer might change anything else.
+template <class Out, class In, class Function>
+void MapWords(const LinkRun& run, const std::uint8_t* __restrict source, std::uint8_t* __restrict destination,
+              Function function) {
+    const std::size_t count = run.PixelCount;
+    for (std::size_t i = 0; i < count; ++i) {
+        StoreSample<Out>(destination, i, function(LoadSample<In>(source, i)));
     }
 }
+
+/// Replaces each colour of a pixel by table[alpha][colour].
+void ScaleByAlpha(const ByteTable& table, const LinkRun& run, const std::uint8_t* source, std::uint8_t* destination) {
+    MapWords<std::uint32_t, std::uint32_t>(run, source, destination, [bytes = table.data()](std::uint32_t pixel) {
+        const std::uint8_t* const row = bytes + ((pixel >> 24) << 8);
+        return row[pixel & 255] | (std::uint32_t{row[(pixel >> 8) & 255]} << 8) |
+               (std::uint32_t{row[(pixel >> 16) & 255]} << 16) | (pixel & 0xFF000000U);
+    });
+}
+
+/// The alpha of a run in the top byte of a word.
+std::uint32_t AlphaByteOf(const LinkRun& run) { return std::uint32_t{run.Alpha} >> 8 << 24; }
+
+/// Five bits each of blue, green and red, from the lowest up, in the top bits of three bytes.
+std::uint32_t ExpandRgb555(std::uint32_t p) { return ((p & 0x1F) << 3) | ((p & 0x3E0) << 6) | ((p & 0x7C00) << 9); }
 
 /// Complements three samples in memory order blue, green, red and takes the common part out as black: full replacement of
 /// the gray component.
 template <class Sample>
-void ColorToCmyk(std::uint32_t pixelCount, const std::uint8_t* source, std::uint8_t* destination) {
+void ColorToCmyk(std::uint32_t pixelCount, const std::uint8_t* __restrict source, std::uint8_t* __restrict destination) {
     for (std::size_t i = 0; i < pixelCount; ++i) {
         const auto yellow = static_cast<Sample>(~LoadSample<Sample>(source, 4 * i));
         const auto magenta = static_cast<Sample>(~LoadSample<Sample>(source, 4 * i + 1));
@@ -66,7 +80,7 @@ void ColorToCmyk(std::uint32_t pixelCount, const std::uint8_t* source, std::uint
 }
 
 template <class Sample>
-void GrayToCmyk(std::uint32_t pixelCount, const std::uint8_t* source, std::uint8_t* destination) {
+void GrayToCmyk(std::uint32_t pixelCount, const std::uint8_t* __restrict source, std::uint8_t* __restrict destination) {
     for (std::size_t i = 0; i < pixelCount; ++i) {
         StoreSample(destination, 5 * i, static_cast<Sample>(~LoadSample<Sample>(source, 2 * i)));
         for (std::size_t ink = 1; ink <= 3; ++ink) {
@@ -130,9 +144,10 @@ template <std::uint32_t Channels> void Narrow(const LinkRun& run, const std::uin
     if (run.BitsUsed == 16 && run.Scale == 16) {
         return;
     }
-    for (std::size_t i = 0; i < run.PixelCount; ++i) {
+    const LinkRun local = run;
+    for (std::size_t i = 0; i < local.PixelCount; ++i) {
         for (std::size_t channel = i * Channels; channel < i * Channels + Channels - 1; ++channel) {
-            destination[channel] = Quantize16To8(run, LoadSample<std::uint16_t>(source, channel));
+            destination[channel] = Quantize16To8(local, LoadSample<std::uint16_t>(source, channel));
         }
     }
 }
@@ -142,40 +157,33 @@ template void Narrow<4>(const LinkRun&, const std::uint8_t*, std::uint8_t*);
 template void Narrow<5>(const LinkRun&, const std::uint8_t*, std::uint8_t*);
 
 void Rgb16555ToArgb32(const LinkRun& run, const std::uint8_t* source, std::uint8_t* destination) {
-    const std::uint32_t alpha = std::uint32_t{run.Alpha} >> 8 << 24;
-    for (std::size_t i = 0; i < run.PixelCount; ++i) {
-        const std::uint32_t p = LoadSample<std::uint16_t>(source, i);
-        StoreSample(destination, i, ((p & 0x1F) << 3) | ((p & 0x3E0) << 6) | ((p & 0x7C00) << 9) | alpha);
-    }
+    MapWords<std::uint32_t, std::uint16_t>(run, source, destination,
+                                           [alpha = AlphaByteOf(run)](std::uint32_t p) { return ExpandRgb555(p) | alpha; });
 }
 
 /// The lowest bit of green is dropped, on purpose.
 void Rgb16565ToArgb32(const LinkRun& run, const std::uint8_t* source, std::uint8_t* destination) {
-    const std::uint32_t alpha = std::uint32_t{run.Alpha} >> 8 << 24;
-    for (std::size_t i = 0; i < run.PixelCount; ++i) {
-        const std::uint32_t p = LoadSample<std::uint16_t>(source, i);
-        StoreSample(destination, i, ((p & 0x1F) << 3) | ((p & 0x7C0) << 5) | ((p & 0xF800) << 8) | alpha);
-    }
+    MapWords<std::uint32_t, std::uint16_t>(run, source, destination, [alpha = AlphaByteOf(run)](std::uint32_t p) {
+        return ((p & 0x1F) << 3) | ((p & 0x7C0) << 5) | ((p & 0xF800) << 8) | alpha;
+    });
 }
 
 void Argb16ToArgb32(const LinkRun& run, const std::uint8_t* source, std::uint8_t* destination) {
-    for (std::size_t i = 0; i < run.PixelCount; ++i) {
-        const std::uint32_t p = LoadSample<std::uint16_t>(source, i);
-        const std::uint32_t alpha = (p >> 15) * 0xFF000000U;
-        StoreSample(destination, i, ((p & 0x1F) << 3) | ((p & 0x3E0) << 6) | ((p & 0x7C00) << 9) | alpha);
-    }
+    MapWords<std::uint32_t, std::uint16_t>(run, source, destination, [](std::uint32_t p) {
+        const std::uint32_t alpha = (0U - (p >> 15)) << 24;
+        return ExpandRgb555(p) | alpha;
+    });
 }
 
 void Rgb32ToArgb32(const LinkRun& run, const std::uint8_t* source, std::uint8_t* destination) {
-    const std::uint32_t alpha = std::uint32_t{run.Alpha} >> 8 << 24;
-    for (std::size_t i = 0; i < run.PixelCount; ++i) {
-        StoreSample(destination, i, (LoadSample<std::uint32_t>(source, i) & 0xFFFFFFU) | alpha);
-    }
+    MapWords<std::uint32_t, std::uint32_t>(
+        run, source, destination, [alpha = AlphaByteOf(run)](std::uint32_t p) { return (p & 0xFFFFFFU) | alpha; });
 }
 
 /// The fourth byte of the destination keeps its value.
-void Argb32ToRgb32(const LinkRun& run, const std::uint8_t* source, std::uint8_t* destination) {
-    for (std::size_t i = 0; i < run.PixelCount; ++i) {
+void Argb32ToRgb32(const LinkRun& run, const std::uint8_t* __restrict source, std::uint8_t* __restrict destination) {
+    const std::size_t count = run.PixelCount;
+    for (std::size_t i = 0; i < count; ++i) {
         const std::uint32_t kept = LoadSample<std::uint32_t>(destination, i) & 0xFF000000U;
         StoreSample(destination, i, (LoadSample<std::uint32_t>(source, i) & 0xFFFFFFU) | kept);
     }
@@ -183,29 +191,29 @@ void Argb32ToRgb32(const LinkRun& run, const std::uint8_t* source, std::uint8_t*
 
 void Pargb32ToArgb32(const LinkRun& run, const std::uint8_t* source, std::uint8_t* destination) {
     static const ByteTable table = MakeTable(Unpremultiply8);
-    ScaleByAlpha(table.data(), run.PixelCount, source, destination);
+    ScaleByAlpha(table, run, source, destination);
 }
 
 void Argb32ToPargb32(const LinkRun& run, const std::uint8_t* source, std::uint8_t* destination) {
     static const ByteTable table = MakeTable(Premultiply8);
-    ScaleByAlpha(table.data(), run.PixelCount, source, destination);
+    ScaleByAlpha(table, run, source, destination);
 }
 
 void Agray16ToArgb32(const LinkRun& run, const std::uint8_t* source, std::uint8_t* destination) {
-    for (std::size_t i = 0; i < run.PixelCount; ++i) {
-        const std::uint32_t p = LoadSample<std::uint16_t>(source, i);
+    MapWords<std::uint32_t, std::uint16_t>(run, source, destination, [](std::uint32_t p) {
         const std::uint32_t gray = p & 255;
-        StoreSample(destination, i, gray | (gray << 8) | (gray << 16) | ((p >> 8) << 24));
-    }
+        return gray | (gray << 8) | (gray << 16) | ((p >> 8) << 24);
+    });
 }
 
 void Argb32ToAgray16(const LinkRun& run, const std::uint8_t* source, std::uint8_t* destination) {
     VectorKernels::GrayFromColor(source, destination, run.PixelCount);
 }
 
-void Acmyk40ToArgb32(const LinkRun& run, const std::uint8_t* source, std::uint8_t* destination) {
+void Acmyk40ToArgb32(const LinkRun& run, const std::uint8_t* __restrict source, std::uint8_t* __restrict destination) {
+    const std::size_t count = run.PixelCount;
     const std::uint8_t* const table = CmykTable();
-    for (std::size_t i = 0; i < run.PixelCount; ++i) {
+    for (std::size_t i = 0; i < count; ++i) {
         const std::uint8_t* const pixel = source + 5 * i;
         const std::uint8_t* const row = table + (std::size_t{pixel[0]} << 8);
         StoreSample(destination, i,
@@ -218,9 +226,10 @@ void Argb32ToAcmyk40(const LinkRun& run, const std::uint8_t* source, std::uint8_
     ColorToCmyk<std::uint8_t>(run.PixelCount, source, destination);
 }
 
-void Acmyk40ToAgray16(const LinkRun& run, const std::uint8_t* source, std::uint8_t* destination) {
+void Acmyk40ToAgray16(const LinkRun& run, const std::uint8_t* __restrict source, std::uint8_t* __restrict destination) {
+    const std::size_t count = run.PixelCount;
     const std::uint8_t* const table = CmykTable();
-    for (std::size_t i = 0; i < run.PixelCount; ++i) {
+    for (std::size_t i = 0; i < count; ++i) {
         const std::uint8_t* const pixel = source + 5 * i;
         const std::uint8_t* const row = table + (std::size_t{pixel[0]} << 8);
         destination[2 * i] = PlainKernels::GrayOfBytes(row[pixel[1]], row[pixel[2]], row[pixel[3]]);
@@ -232,8 +241,9 @@ void Agray16ToAcmyk40(const LinkRun& run, const std::uint8_t* source, std::uint8
     GrayToCmyk<std::uint8_t>(run.PixelCount, source, destination);
 }
 
-void Acmyk80ToArgb64(const LinkRun& run, const std::uint8_t* source, std::uint8_t* destination) {
-    for (std::size_t i = 0; i < run.PixelCount; ++i) {
+void Acmyk80ToArgb64(const LinkRun& run, const std::uint8_t* __restrict source, std::uint8_t* __restrict destination) {
+    const std::size_t count = run.PixelCount;
+    for (std::size_t i = 0; i < count; ++i) {
         const WordColors colors = ColorsOfCmyk80(source, i);
         StoreSample(destination, 4 * i, colors.Blue);
         StoreSample(destination, 4 * i + 1, colors.Green);
@@ -250,8 +260,9 @@ void Agray32ToAcmyk80(const LinkRun& run, const std::uint8_t* source, std::uint8
     GrayToCmyk<std::uint16_t>(run.PixelCount, source, destination);
 }
 
-void Acmyk80ToAgray32(const LinkRun& run, const std::uint8_t* source, std::uint8_t* destination) {
-    for (std::size_t i = 0; i < run.PixelCount; ++i) {
+void Acmyk80ToAgray32(const LinkRun& run, const std::uint8_t* __restrict source, std::uint8_t* __restrict destination) {
+    const std::size_t count = run.PixelCount;
+    for (std::size_t i = 0; i < count; ++i) {
         const WordColors colors = ColorsOfCmyk80(source, i);
         StoreSample(destination, 2 * i, GrayOfWords(colors.Blue, colors.Green, colors.Red));
         StoreSample(destination, 2 * i + 1, LoadSample<std::uint16_t>(source, 5 * i + 4));
@@ -259,21 +270,17 @@ void Acmyk80ToAgray32(const LinkRun& run, const std::uint8_t* source, std::uint8
 }
 
 void Agray32ToArgb64(const LinkRun& run, const std::uint8_t* source, std::uint8_t* destination) {
-    for (std::size_t i = 0; i < run.PixelCount; ++i) {
-        const std::uint64_t p = LoadSample<std::uint32_t>(source, i);
+    MapWords<std::uint64_t, std::uint32_t>(run, source, destination, [](std::uint64_t p) {
         const std::uint64_t gray = p & 0xFFFF;
-        StoreSample(destination, i, gray | (gray << 16) | (gray << 32) | ((p >> 16) << 48));
-    }
+        return gray | (gray << 16) | (gray << 32) | ((p >> 16) << 48);
+    });
 }
 
 void Argb64ToAgray32(const LinkRun& run, const std::uint8_t* source, std::uint8_t* destination) {
-    for (std::size_t i = 0; i < run.PixelCount; ++i) {
-        const std::uint16_t gray =
-            GrayOfWords(LoadSample<std::uint16_t>(source, 4 * i), LoadSample<std::uint16_t>(source, 4 * i + 1),
-                        LoadSample<std::uint16_t>(source, 4 * i + 2));
-        StoreSample(destination, i,
-                    gray | (std::uint32_t{LoadSample<std::uint16_t>(source, 4 * i + 3)} << 16));
-    }
+    MapWords<std::uint32_t, std::uint64_t>(run, source, destination, [](std::uint64_t p) {
+        const auto word = [p](int index) { return static_cast<std::uint32_t>((p >> (16 * index)) & 0xFFFF); };
+        return GrayOfWords(word(0), word(1), word(2)) | (word(3) << 16);
+    });
 }
 
 } // namespace ImagingFramework::LinkKernels

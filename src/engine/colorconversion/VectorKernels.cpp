@@ -116,15 +116,17 @@ void RepackPixels(const std::uint8_t* source, std::uint32_t sourceSize, std::uin
 }
 
 void WidenBytes(const std::uint8_t* source, std::uint8_t* destination, std::size_t count) {
+    std::size_t i = 0;
+#if HWY_TARGET != HWY_SCALAR
     const hn::ScalableTag<std::uint8_t> d;
     const hn::RepartitionToWide<decltype(d)> wide;
     const hn::Rebind<std::uint8_t, decltype(wide)> half;
     const std::size_t lanes = hn::Lanes(wide);
-    std::size_t i = 0;
     for (; i + lanes <= count; i += lanes) {
         const auto words = hn::ShiftLeft<8>(hn::PromoteTo(wide, hn::LoadU(half, source + i)));
         hn::StoreU(hn::BitCast(d, words), d, destination + 2 * i);
     }
+#endif
     PlainKernels::WidenBytes(source + i, destination + 2 * i, count - i);
 }
 

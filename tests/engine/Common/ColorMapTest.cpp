@@ -1,0 +1,194 @@
+#include "Common/ColorMap.h"
+
+#include "metadata/Streams/MemoryReader.h"
+#include "metadata/Streams/MemoryWriter.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <random>
+
+namespace ImagingFramework {
+namespace {
+
+ColorMap MapOf(const std::vector<std::vector<std::uint8_t>>& entries, PixelFormat format) {
+    ColorMap map(static_cast<std::uint32_t>(entries.size()), format);
+    for (std::uint32_t i = 0; i < entries.size(); ++i) {
+        map.SetEntryArgb(i, entries[i].data());
+    }
+    return map;
+}
+
+std::uint32_t Distance(const ColorMap& map, std::uint32_t index, const std::uint8_t* pixel) {
+    std::uint8_t entry[4];
+    map.GetEntryArgb(index, entry);
+    const auto square = [&](int i) { return (pixel[i] - entry[i]) * (pixel[i] - entry[i]); };
+    return static_cast<std::uint32_t>(11 * square(0) + 59 * square(1) + 30 * square(2) + 20 * square(3));
+}
+
+std::uint32_t SmallestDistance(const ColorMap& map, const std::uint8_t* pixel) {
+    std::uint32_t smallest = UINT32_MAX;
+    for (std::uint32_t i = 0; i < map.GetEntryCount(); ++i) {
+        smallest = std::min(smallest, Distance(map, i, pixel));
+    }
+    return smallest;
+}
+
+/// Entries with few levels, so that duplicates and ties are many.
+ColorMap CoarseMap(std::mt19937& random, std::uint32_t count, std::uint32_t levels, bool oneAlpha) {
+    ColorMap map(count, PixelFormat::Format32bppArgb);
+    for (std::uint32_t i = 0; i < count; ++i) {
+        std::uint8_t entry[4];
+        for (std::uint8_t& byte : entry) {
+            byte = static_cast<std::uint8_t>(random() % levels * 255 / (levels - 1));
+        }
+        entry[3] = oneAlpha ? std::uint8_t{90} : entry[3];
+        map.SetEntryArgb(i, entry);
+    }
+    return map;
+}
+
+std::vector<std::uint8_t> CoarsePixels(std::mt19937& random, std::size_t count, std::uint32_t levels) {
+    std::vector<std::uint8_t> pixels(count * 4);
+    for (std::size_t i = 0; i < pixels.size(); ++i) {
+        // A quarter of the pixels repeats the one before.
+        pixels[i] = i >= 4 && i / 4 % 4 == 0 ? pixels[i - 4] : static_cast<std::uint8_t>(random() % levels * 255 / (levels - 1));
+    }
+    return pixels;
+}
+
+TEST(ColorMap, StoresEntriesInEitherFormat) {
+    ColorMap map;
+    const std::uint8_t entry[4] = {1, 2, 3, 4};
+    std::uint8_t read[4];
+    EXPECT_THROW(map.GetAlpha(0), NotInitializedException);
+    EXPECT_THROW(map.FindNearestEntryIndex(0, 0, 0), NotInitializedException);
+    EXPECT_THROW(map.Create(2, PixelFormat::Format48bppRgb), UnsupportedPixelFormatException);
+    map.Create(2, PixelFormat::Format24bppRgb);
+    map.SetEntryArgb(1, entry);
+    map.GetEntryArgb(1, read);
+    EXPECT_EQ(read[2], 3);
+    EXPECT_EQ(read[3], 255); // the alpha was dropped
+    EXPECT_THROW(map.SetEntryRgb(2, entry), ArgumentOutOfRangeException);
+    map.SetAlpha(0, 7);
+    EXPECT_EQ(map.GetPixelFormat(), PixelFormat::Format32bppArgb);
+    EXPECT_EQ(map.GetAlpha(0), 7);
+    EXPECT_EQ(map.GetAlpha(1), 255);
+    const std::uint8_t color[3] = {9, 9, 9};
+    map.SetEntryRgb(0, color);
+    EXPECT_EQ(map.GetAlpha(0), 7);
+    const ColorMap copy = map;
+    EXPECT_TRUE(copy == map);
+    map.SetAlpha(0, 8);
+    EXPECT_FALSE(copy == map);
+    EXPECT_THROW(ColorMap(3, PixelFormat::Format24bppRgb).CopyColorMapperSettings(map), ArgumentException);
+}
+
+TEST(ColorMap, SerializesAndRefusesDamage) {
+    const ColorMap map = MapOf({{1, 2, 3, 4}, {5, 6, 7, 8}}, PixelFormat::Format32bppArgb);
+    std::vector<std::uint8_t> bytes(map.GetSerializedSize());
+    MemoryWriter writer(bytes.data(), bytes.size());
+    map.Serialize(&writer);
+    EXPECT_EQ(writer.GetBytePosition(), 20U);
+    const std::uint8_t expected[20] = {0x0A, 0x20, 0x66, 0x01, 2, 0, 0, 0, 8, 0, 0, 0, 1, 2, 3, 4, 5, 6, 7, 8};
+    EXPECT_TRUE(std::equal(expected, expected + 20, bytes.begin()));
+    ColorMap read;
+    MemoryReader reader(bytes.data(), 20);
+    read.Deserialize(&reader);
+    EXPECT_TRUE(read == map);
+    for (const auto& [position, value] : {std::pair{8, 7}, std::pair{5, 2}}) { // byte size; 514 entries
+        auto damaged = bytes;
+        damaged[static_cast<std::size_t>(position)] = static_cast<std::uint8_t>(value);
+        MemoryReader damagedReader(damaged.data(), 20);
+        EXPECT_THROW(read.Deserialize(&damagedReader), MediaCorruptedException);
+    }
+    EXPECT_TRUE(read == map);
+}
+
+TEST(ColorMap, FindsTheNearestEntry) {
+    ColorMap one = MapOf({{10, 20, 30, 255}}, PixelFormat::Format24bppRgb);
+    EXPECT_EQ(one.FindNearestEntryIndex(255, 0, 0), 0U);
+    ColorMap map = MapOf({{0, 0, 0, 255}, {0, 0, 100, 255}, {0, 0, 200, 255}}, PixelFormat::Format24bppRgb);
+    // 50 and 150 in red lie between two entries: the answer before stays.
+    EXPECT_EQ(map.FindNearestEntryIndex(10, 0, 0), 0U);
+    EXPECT_EQ(map.FindNearestEntryIndex(50, 0, 0), 0U);
+    EXPECT_EQ(map.FindNearestEntryIndex(99, 0, 0), 1U);
+    EXPECT_EQ(map.FindNearestEntryIndex(50, 0, 0), 1U);
+    EXPECT_EQ(map.FindNearestEntryIndex(150, 0, 0), 1U);
+    EXPECT_EQ(map.FindNearestEntryIndex(255, 0, 0), 2U);
+    EXPECT_EQ(map.FindNearestEntryIndex(150, 0, 0), 2U);
+    // A change is seen; weights are 30 for red, 59 for green, 11 for blue: 59 * 50^2 against 30 * 60^2 and 11 * 90^2.
+    const std::uint8_t green[3] = {0, 50, 0};
+    const std::uint8_t red[3] = {0, 0, 60};
+    const std::uint8_t blue[3] = {90, 0, 0};
+    map.SetEntryRgb(0, green);
+    map.SetEntryRgb(1, red);
+    map.SetEntryRgb(2, blue);
+    EXPECT_EQ(map.FindNearestEntryIndex(0, 0, 0), 2U);
+    ColorMap alpha = MapOf({{5, 5, 5, 0}, {5, 5, 5, 255}}, PixelFormat::Format32bppArgb);
+    EXPECT_EQ(alpha.FindNearestEntryIndex(100, 5, 5, 5), 0U);
+    EXPECT_EQ(alpha.FindNearestEntryIndex(5, 5, 5), 1U);
+}
+
+// Every answer is at the smallest distance, and one that ties with the answer before is the answer before.
+TEST(ColorMap, AgreesWithALookAtAllEntries) {
+    std::mt19937 random(1);
+    for (const std::uint32_t count : {1U, 2U, 3U, 16U, 200U, 256U, 300U}) {
+        for (const std::uint32_t levels : {3U, 6U, 256U}) {
+            ColorMap map = CoarseMap(random, count, levels, false);
+            const auto pixels = CoarsePixels(random, 1500, levels * 2 - 1);
+            std::uint32_t last = 0;
+            for (std::size_t i = 0; i < pixels.size(); i += 4) {
+                const std::uint8_t* const p = pixels.data() + i;
+                const std::uint32_t index = map.FindNearestEntryIndex(p[3], p[2], p[1], p[0]);
+                const std::uint32_t smallest = SmallestDistance(map, p);
+                ASSERT_EQ(Distance(map, index, p), smallest);
+                ASSERT_TRUE(index == last || Distance(map, last, p) > smallest);
+                last = index;
+            }
+        }
+    }
+}
+
+// The grid gives the very indices of the tree, in sequence, whatever ties there are, and also when both are asked in turn.
+TEST(GridColorMapper, AnswersAsTheTreeDoesInSequence) {
+    std::mt19937 random(2);
+    for (const std::uint32_t count : {1U, 2U, 5U, 17U, 64U, 255U, 256U}) {
+        for (const std::uint32_t levels : {2U, 3U, 6U, 52U, 256U}) {
+            const ColorMap map = CoarseMap(random, count, levels, true);
+            for (const std::uint32_t pixelLevels : {levels * 2 - 1, 256U}) {
+                KDTreeColorMapper tree;
+                tree.SetColorMap(map);
+                ColorMap fast = map;
+                const auto pixels = CoarsePixels(random, 3000, std::min(pixelLevels, 256U));
+                std::vector<std::uint8_t> indices(1000);
+                fast.FindNearestEntries(pixels.data(), 1000, indices.data());
+                for (std::size_t i = 0; i < 3000; ++i) {
+                    const std::uint8_t* const p = pixels.data() + 4 * i;
+                    const std::uint32_t expected = tree.GetNearestColorIndex(p[3], p[2], p[1], p[0]);
+                    std::uint32_t found = i < 1000 ? indices[i] : 0;
+                    if (i >= 1000) {
+                        found = i % 3 == 0 ? fast.GetMapper().GetNearestColorIndex(p[3], p[2], p[1], p[0])
+                                           : fast.FindNearestEntryIndex(p[3], p[2], p[1], p[0]);
+                    }
+                    ASSERT_EQ(found, expected) << count << " entries of " << levels << " levels, pixel " << i;
+                }
+            }
+        }
+    }
+}
+
+TEST(GridColorMapper, ServesMapsOfOneAlphaAlone) {
+    ColorMap map = MapOf({{0, 0, 0, 9}, {1, 1, 1, 9}}, PixelFormat::Format32bppArgb);
+    EXPECT_TRUE(GridColorMapper::IsApplicable(map));
+    map.SetAlpha(1, 8);
+    EXPECT_FALSE(GridColorMapper::IsApplicable(map));
+    KDTreeColorMapper tree;
+    EXPECT_THROW(tree.GetNearestColorIndex(1, 2, 3), NotInitializedException);
+    tree.SetColorMap(map);
+    GridColorMapper grid(tree.GetSearch());
+    EXPECT_THROW(grid.SetColorMap(map), ArgumentException);
+    EXPECT_THROW(KDNearestNeighbourSearch<4>({1, 2, 3}), ArgumentException);
+}
+
+} // namespace
+} // namespace ImagingFramework
