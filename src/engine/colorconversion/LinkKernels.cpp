@@ -29,7 +29,8 @@ const std::uint8_t* CmykTable() {
 }
 
 /// The formula of CMYK to a colour, on a scale of `Maximum`.
-template <std::uint32_t Maximum> double ColorOfCmyk(std::uint32_t black, std::uint32_t ink) {
+template <std::uint32_t Maximum>
+double ColorOfCmyk(std::uint32_t black, std::uint32_t ink) {
     const double k = black / static_cast<double>(Maximum);
     const double c = ink / static_cast<double>(Maximum);
     const double covered = c * (1.0 - k) + k;
@@ -48,8 +49,8 @@ void ScaleByAlpha(const std::uint8_t* table, std::uint32_t pixelCount, const std
     }
 }
 
-/// Complements three samples in memory order blue, green, red and takes the common part out as black: full replacement of
-/// the gray component.
+/// Complements three samples in memory order blue, green, red and takes the common part out as black: full replacement
+/// of the gray component.
 template <class Sample>
 void ColorToCmyk(std::uint32_t pixelCount, const std::uint8_t* source, std::uint8_t* destination) {
     for (std::size_t i = 0; i < pixelCount; ++i) {
@@ -124,7 +125,8 @@ std::uint8_t Quantize16To8(const LinkRun& run, std::uint16_t value) {
     return shifted >= top ? std::uint8_t{255} : static_cast<std::uint8_t>((shifted - run.Offset) >> (run.Scale - 8U));
 }
 
-template <std::uint32_t Channels> void Narrow(const LinkRun& run, const std::uint8_t* source, std::uint8_t* destination) {
+template <std::uint32_t Channels>
+void Narrow(const LinkRun& run, const std::uint8_t* source, std::uint8_t* destination) {
     VectorKernels::NarrowToHighBytes(source, destination, std::size_t{run.PixelCount} * Channels);
     // With all 16 bits in use on the full scale an offset is ignored.
     if (run.BitsUsed == 16 && run.Scale == 16) {
@@ -271,8 +273,7 @@ void Argb64ToAgray32(const LinkRun& run, const std::uint8_t* source, std::uint8_
         const std::uint16_t gray =
             GrayOfWords(LoadSample<std::uint16_t>(source, 4 * i), LoadSample<std::uint16_t>(source, 4 * i + 1),
                         LoadSample<std::uint16_t>(source, 4 * i + 2));
-        StoreSample(destination, i,
-                    gray | (std::uint32_t{LoadSample<std::uint16_t>(source, 4 * i + 3)} << 16));
+        StoreSample(destination, i, gray | (std::uint32_t{LoadSample<std::uint16_t>(source, 4 * i + 3)} << 16));
     }
 }
 
