@@ -11,7 +11,9 @@ LockableObject::LockableObject() : m_hSemaphore(std::make_shared<ObjectLock>()) 
     RasterloomLibraryModule::GetInstance();
 }
 
-LockableObject::~LockableObject() { m_hSemaphore->Close(); }
+LockableObject::~LockableObject() {
+    m_hSemaphore->Close();
+}
 
 void LockableObject::Lock() {
     if (m_bLockingEnabled) {
@@ -26,13 +28,21 @@ void LockableObject::Unlock() noexcept {
     }
 }
 
-bool LockableObject::get_Locked() const noexcept { return m_hSemaphore->get_Locked(); }
+bool LockableObject::get_Locked() const noexcept {
+    return m_hSemaphore->get_Locked();
+}
 
-std::int32_t LockableObject::get_Timeout() const noexcept { return m_hSemaphore->get_Timeout(); }
+std::int32_t LockableObject::get_Timeout() const noexcept {
+    return m_hSemaphore->get_Timeout();
+}
 
-void LockableObject::set_Timeout(std::int32_t milliseconds) noexcept { m_hSemaphore->set_Timeout(milliseconds); }
+void LockableObject::set_Timeout(std::int32_t milliseconds) noexcept {
+    m_hSemaphore->set_Timeout(milliseconds);
+}
 
-bool LockableObject::get__IsDisposed() const noexcept { return m_hSemaphore->get_IsDisposed(); }
+bool LockableObject::get__IsDisposed() const noexcept {
+    return m_hSemaphore->get_IsDisposed();
+}
 
 void LockableObject::Dispose() {
     const auto lock = m_hSemaphore;

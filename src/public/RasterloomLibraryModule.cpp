@@ -24,7 +24,9 @@ RasterloomLibraryModule::RasterloomLibraryModule() {
     m_bIsDisposed = false;
 }
 
-RasterloomLibraryModule::~RasterloomLibraryModule() { Dispose(); }
+RasterloomLibraryModule::~RasterloomLibraryModule() {
+    Dispose();
+}
 
 std::shared_ptr<RasterloomLibraryModule> RasterloomLibraryModule::GetInstance() {
     const std::lock_guard guard(s_pInstanceMutex);

@@ -55,15 +55,25 @@ void SyncHandler::Lock() {
     lock->Lock();
 }
 
-void SyncHandler::Unlock() noexcept { m_hSemaphore->Unlock(); }
+void SyncHandler::Unlock() noexcept {
+    m_hSemaphore->Unlock();
+}
 
-bool SyncHandler::get_Locked() const noexcept { return m_hSemaphore->get_Locked(); }
+bool SyncHandler::get_Locked() const noexcept {
+    return m_hSemaphore->get_Locked();
+}
 
-std::int32_t SyncHandler::get_Timeout() const noexcept { return m_hSemaphore->get_Timeout(); }
+std::int32_t SyncHandler::get_Timeout() const noexcept {
+    return m_hSemaphore->get_Timeout();
+}
 
-void SyncHandler::set_Timeout(std::int32_t milliseconds) noexcept { m_hSemaphore->set_Timeout(milliseconds); }
+void SyncHandler::set_Timeout(std::int32_t milliseconds) noexcept {
+    m_hSemaphore->set_Timeout(milliseconds);
+}
 
-bool SyncHandler::get__IsDisposed() const noexcept { return m_hSemaphore->get_IsDisposed(); }
+bool SyncHandler::get__IsDisposed() const noexcept {
+    return m_hSemaphore->get_IsDisposed();
+}
 
 void SyncHandler::Dispose() {
     const auto lock = m_hSemaphore;
@@ -85,7 +95,9 @@ void SyncHandler::DisposeFinally() noexcept {
 
 // --- Control
 
-bool SyncHandler::get_Completed() const noexcept { return m_pThread->get_Completed(); }
+bool SyncHandler::get_Completed() const noexcept {
+    return m_pThread->get_Completed();
+}
 
 void SyncHandler::set_Priority(ThreadPriority value) {
     Validator::ValidateEnum("value", value);
@@ -100,19 +112,31 @@ void SyncHandler::set_SynchronizationMode(SynchronizationMode value) {
     m_enSynchronizationMode = value;
 }
 
-void SyncHandler::Abort() { m_pThread->Abort(); }
+void SyncHandler::Abort() {
+    m_pThread->Abort();
+}
 
-void SyncHandler::Pause() { m_pThread->Pause(); }
+void SyncHandler::Pause() {
+    m_pThread->Pause();
+}
 
-void SyncHandler::Continue() { m_pThread->Continue(); }
+void SyncHandler::Continue() {
+    m_pThread->Continue();
+}
 
-void SyncHandler::WaitForCompletion() { m_pThread->WaitForCompletion(); }
+void SyncHandler::WaitForCompletion() {
+    m_pThread->WaitForCompletion();
+}
 
 // --- Run
 
-void SyncHandler::StartThread() { m_pThread->Start(); }
+void SyncHandler::StartThread() {
+    m_pThread->Start();
+}
 
-void SyncHandler::ThreadProc() { _ResetThreadRuntimeData(); }
+void SyncHandler::ThreadProc() {
+    _ResetThreadRuntimeData();
+}
 
 void SyncHandler::ExportEventsHostSettings(ImagingFramework::IInternalEventsHost* host) {
     ImagingFramework::IInternalEventsHost& target = Require(host);
@@ -126,9 +150,13 @@ void SyncHandler::ResetEventsHostSettings(ImagingFramework::IInternalEventsHost*
     target.SetEvents(nullptr);
 }
 
-void SyncHandler::_ResetProgress(std::int32_t count) { m_pThread->_ResetProgress(count, get_Timeout()); }
+void SyncHandler::_ResetProgress(std::int32_t count) {
+    m_pThread->_ResetProgress(count, get_Timeout());
+}
 
-void SyncHandler::_ReportProgress(std::int32_t step) { m_pThread->_ReportProgress(step); }
+void SyncHandler::_ReportProgress(std::int32_t step) {
+    m_pThread->_ReportProgress(step);
+}
 
 // --- Events
 
@@ -145,11 +173,17 @@ void SyncHandler::OnThreadProgress(std::int32_t current, std::int32_t maximum) {
     Progress.Raise(ProgressEventArgs(current, maximum));
 }
 
-void SyncHandler::OnThreadAbort() { Aborted.Raise(EventArgs()); }
+void SyncHandler::OnThreadAbort() {
+    Aborted.Raise(EventArgs());
+}
 
-void SyncHandler::OnThreadPause() { Paused.Raise(EventArgs()); }
+void SyncHandler::OnThreadPause() {
+    Paused.Raise(EventArgs());
+}
 
-void SyncHandler::OnThreadContinue() { Continued.Raise(EventArgs()); }
+void SyncHandler::OnThreadContinue() {
+    Continued.Raise(EventArgs());
+}
 
 void SyncHandler::OnThreadStarting() {
     Starting.Raise(EventArgs());
@@ -157,9 +191,13 @@ void SyncHandler::OnThreadStarting() {
     m_pThread->set_Priority(m_enPriority);
 }
 
-void SyncHandler::OnThreadStarted() { Started.Raise(EventArgs()); }
+void SyncHandler::OnThreadStarted() {
+    Started.Raise(EventArgs());
+}
 
-void SyncHandler::OnThreadStopping(const std::exception_ptr& exception) { Stopping.Raise(ErrorEventArgs(exception)); }
+void SyncHandler::OnThreadStopping(const std::exception_ptr& exception) {
+    Stopping.Raise(ErrorEventArgs(exception));
+}
 
 void SyncHandler::OnThreadStopped(const std::exception_ptr& exception) {
     try {

@@ -15,7 +15,9 @@ Thread::Thread(std::function<void()> threadStart)
     RasterloomLibraryModule::GetInstance();
 }
 
-Thread::~Thread() { m_pMachine->Detach(); }
+Thread::~Thread() {
+    m_pMachine->Detach();
+}
 
 // The calls that raise events hold the machine, since a handler may destroy this object.
 
@@ -44,36 +46,68 @@ void Thread::WaitForCompletion() {
     machine->WaitForCompletion();
 }
 
-void Thread::Dispose() { m_pMachine->Dispose(); }
+void Thread::Dispose() {
+    m_pMachine->Dispose();
+}
 
-SynchronizationMode Thread::get_SynchronizationMode() const noexcept { return m_pMachine->get_SynchronizationMode(); }
+SynchronizationMode Thread::get_SynchronizationMode() const noexcept {
+    return m_pMachine->get_SynchronizationMode();
+}
 
-void Thread::set_SynchronizationMode(SynchronizationMode value) { m_pMachine->set_SynchronizationMode(value); }
+void Thread::set_SynchronizationMode(SynchronizationMode value) {
+    m_pMachine->set_SynchronizationMode(value);
+}
 
-ActivityStatus Thread::get_ActivityStatus() const noexcept { return m_pMachine->get_ActivityStatus(); }
+ActivityStatus Thread::get_ActivityStatus() const noexcept {
+    return m_pMachine->get_ActivityStatus();
+}
 
-bool Thread::get_Completed() const noexcept { return m_pMachine->get_Completed(); }
+bool Thread::get_Completed() const noexcept {
+    return m_pMachine->get_Completed();
+}
 
-std::exception_ptr Thread::get_Exception() const { return m_pMachine->get_Exception(); }
+std::exception_ptr Thread::get_Exception() const {
+    return m_pMachine->get_Exception();
+}
 
-std::function<void()> Thread::get_ThreadStart() const { return m_pMachine->get_ThreadStart(); }
+std::function<void()> Thread::get_ThreadStart() const {
+    return m_pMachine->get_ThreadStart();
+}
 
-void Thread::set_ThreadStart(std::function<void()> value) { m_pMachine->set_ThreadStart(std::move(value)); }
+void Thread::set_ThreadStart(std::function<void()> value) {
+    m_pMachine->set_ThreadStart(std::move(value));
+}
 
-ThreadPriority Thread::get_Priority() const noexcept { return m_pMachine->get_Priority(); }
+ThreadPriority Thread::get_Priority() const noexcept {
+    return m_pMachine->get_Priority();
+}
 
-void Thread::set_Priority(ThreadPriority value) { m_pMachine->set_Priority(value); }
+void Thread::set_Priority(ThreadPriority value) {
+    m_pMachine->set_Priority(value);
+}
 
-std::int32_t Thread::get_PollingInterval() const noexcept { return m_pMachine->get_PollingInterval(); }
+std::int32_t Thread::get_PollingInterval() const noexcept {
+    return m_pMachine->get_PollingInterval();
+}
 
-void Thread::set_PollingInterval(std::int32_t milliseconds) noexcept { m_pMachine->set_PollingInterval(milliseconds); }
+void Thread::set_PollingInterval(std::int32_t milliseconds) noexcept {
+    m_pMachine->set_PollingInterval(milliseconds);
+}
 
-void Thread::_ResetProgress(std::int32_t count, std::int32_t timeout) { m_pMachine->ResetProgress(count, timeout); }
+void Thread::_ResetProgress(std::int32_t count, std::int32_t timeout) {
+    m_pMachine->ResetProgress(count, timeout);
+}
 
-void Thread::_ReportProgress(std::int32_t step) { m_pMachine->ReportProgress(step); }
+void Thread::_ReportProgress(std::int32_t step) {
+    m_pMachine->ReportProgress(step);
+}
 
-InternalEvents* Thread::GetEvents() { return m_pMachine->GetEvents(); }
+InternalEvents* Thread::GetEvents() {
+    return m_pMachine->GetEvents();
+}
 
-void Thread::ReturnEvents() { m_pMachine->ReturnEvents(); }
+void Thread::ReturnEvents() {
+    m_pMachine->ReturnEvents();
+}
 
 } // namespace Corvane::Rasterloom

@@ -44,11 +44,11 @@ private:
     int m_intDepth = 0;
 };
 
-/// The state machine behind `Thread`. It is kept alive by its worker as well as by its `Thread`, so that neither touches
-/// freed memory whatever dies first.
+/// The state machine behind `Thread`. It is kept alive by its worker as well as by its `Thread`, so that neither
+/// touches freed memory whatever dies first.
 ///
-/// All state is guarded by `m_hSynchronizer`, which is held while handlers run and never while the body runs. What is read
-/// without it is atomic.
+/// All state is guarded by `m_hSynchronizer`, which is held while handlers run and never while the body runs. What is
+/// read without it is atomic.
 class ThreadMachine : public std::enable_shared_from_this<ThreadMachine> {
 public:
     ThreadMachine(ISyncEvents& owner, std::function<void()> body) : m_pOwner(&owner), m_pThreadStart(std::move(body)) {}
@@ -60,8 +60,8 @@ public:
     void WaitForCompletion();
     /// Aborts a run and waits for it. Fails with `OperationNotCompletedException` in the body and in handlers.
     void Dispose();
-    /// The same for the destructor of the owner, whose events are not touched after this. In the body and in handlers it
-    /// does not wait; the worker then ends on its own.
+    /// The same for the destructor of the owner, whose events are not touched after this. In the body and in handlers
+    /// it does not wait; the worker then ends on its own.
     void Detach() noexcept;
 
     void ResetProgress(std::int32_t count, std::int32_t timeout);

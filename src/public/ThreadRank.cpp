@@ -13,8 +13,8 @@ void SetThreadRank(ThreadPriority priority) noexcept {
         return;
     }
 #if defined(__linux__)
-    // Linux ranks threads by nice values, which other systems keep per process only. Five steps of nice stand for one of
-    // ours; going above normal needs a right that most processes do not have.
+    // Linux ranks threads by nice values, which other systems keep per process only. Five steps of nice stand for one
+    // of ours; going above normal needs a right that most processes do not have.
     const int nice = (static_cast<int>(ThreadPriority::Normal) - static_cast<int>(priority)) * 5;
     (void)setpriority(PRIO_PROCESS, static_cast<id_t>(syscall(SYS_gettid)), nice);
 #endif

@@ -12,7 +12,9 @@ namespace {
 using ImagingFramework::LinearUnit;
 using ImagingFramework::SpaceUnitConverter;
 
-LinearUnit TransformUnit(Unit unit) { return static_cast<LinearUnit>(unit); }
+LinearUnit TransformUnit(Unit unit) {
+    return static_cast<LinearUnit>(unit);
+}
 
 void ValidateResolution(double resolution) {
     if (!(resolution > 0.0)) {

@@ -107,8 +107,7 @@ TEST(SyncHandler, FailuresReachTheCallerUnlessSwitchedOff) {
     EXPECT_NO_THROW(operation.Run(1));
     EXPECT_EQ(ends, (std::vector<std::string>{"failed", "failed", "failed", "done"}));
 
-    const auto failing =
-        operation.Stopping.Subscribe([](ErrorEventArgs&) { throw std::logic_error("stopping"); });
+    const auto failing = operation.Stopping.Subscribe([](ErrorEventArgs&) { throw std::logic_error("stopping"); });
     EXPECT_THROW(operation.Run(1), std::logic_error);
     EXPECT_TRUE(operation.get_Locked()); // the handler failed before the override came to its unlock
     operation.Unlock();
@@ -117,12 +116,11 @@ TEST(SyncHandler, FailuresReachTheCallerUnlessSwitchedOff) {
 TEST(SyncHandler, TimeoutAndDisposal) {
     Operation operation;
     operation.set_Timeout(1);
-    const auto token = operation.Progress.Subscribe(
-        [](ProgressEventArgs& args) {
-            if (args.get_Current() > 0) {
-                std::this_thread::sleep_for(std::chrono::milliseconds(5));
-            }
-        });
+    const auto token = operation.Progress.Subscribe([](ProgressEventArgs& args) {
+        if (args.get_Current() > 0) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        }
+    });
     EXPECT_THROW(operation.Run(10), TimeoutException);
     operation.Body = [&] { EXPECT_THROW(operation.Dispose(), OperationNotCompletedException); };
     EXPECT_NO_THROW(operation.Run(0));

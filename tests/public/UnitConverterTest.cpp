@@ -23,8 +23,8 @@ TEST(UnitConverter, EveryUnitAgainstTheInch) {
     const struct {
         Unit Name;
         float PerInch;
-    } table[] = {{Unit::Inch, 1.0F},  {Unit::Mm, 25.4F},     {Unit::Cm, 2.54F},
-                 {Unit::M, 0.0254F},  {Unit::Point, 72.0F},  {Unit::Pica, 6.0F},
+    } table[] = {{Unit::Inch, 1.0F},    {Unit::Mm, 25.4F},     {Unit::Cm, 2.54F},
+                 {Unit::M, 0.0254F},    {Unit::Point, 72.0F},  {Unit::Pica, 6.0F},
                  {Unit::Column, 2.63F}, {Unit::Twip, 1440.0F}, {Unit::Document, 300.0F}};
     for (const auto& entry : table) {
         EXPECT_FLOAT_EQ(UnitConverter::ConvertUnitsToUnits(96, 1, Unit::Inch, entry.Name), entry.PerInch);
@@ -49,8 +49,9 @@ TEST(UnitConverter, Failures) {
     const auto unnamed = static_cast<Unit>(10);
     EXPECT_EQ(MessageOf<Host::ArgumentException>([&] { (void)UnitConverter::ConvertPixelsToUnits(96, 1, unnamed); }),
               "Enumeration value has an inappropriate value.");
-    EXPECT_EQ(MessageOf<Host::ArgumentException>([] { (void)UnitConverter::ConvertUnitsToPixels(96, 1e9, Unit::Inch); }),
-              "You specify units value that cannot be converted to pixels.");
+    EXPECT_EQ(
+        MessageOf<Host::ArgumentException>([] { (void)UnitConverter::ConvertUnitsToPixels(96, 1e9, Unit::Inch); }),
+        "You specify units value that cannot be converted to pixels.");
     EXPECT_EQ(MessageOf<Host::ArgumentException>([] { (void)UnitConverter::ConvertPixelsToUnits(96, 1e10, Unit::Mm); }),
               "You specify pixels value that cannot be converted to units.");
     EXPECT_THROW((void)UnitConverter::ConvertUnitsToUnits(96, 1e9, Unit::Inch, Unit::Pixel), Host::OverflowException);

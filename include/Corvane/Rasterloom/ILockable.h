@@ -11,8 +11,8 @@ class RASTERLOOM_API ILockable {
 public:
     virtual ~ILockable();
 
-    /// Waits until the lock is free and takes it. Fails with `ObjectLockedException` when this very thread holds it (the
-    /// lock is not recursive) and with `TimeoutException` after `Timeout`. Returns at once on a disposed object.
+    /// Waits until the lock is free and takes it. Fails with `ObjectLockedException` when this very thread holds it
+    /// (the lock is not recursive) and with `TimeoutException` after `Timeout`. Returns at once on a disposed object.
     virtual void Lock() = 0;
     /// Gives the lock back, whichever thread took it; nothing when it is free.
     virtual void Unlock() noexcept = 0;

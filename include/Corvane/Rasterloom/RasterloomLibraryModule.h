@@ -32,8 +32,8 @@ public:
 
     /// The one instance, made on demand. Thread-safe.
     static std::shared_ptr<RasterloomLibraryModule> GetInstance();
-    /// Gives back what the library keeps for later use (freed memory blocks). For the host to call at its end, or whenever
-    /// memory is short: the library stays usable and comes up again on demand. Thread-safe.
+    /// Gives back what the library keeps for later use (freed memory blocks). For the host to call at its end, or
+    /// whenever memory is short: the library stays usable and comes up again on demand. Thread-safe.
     static void ShutDown() noexcept;
 
     void Dispose() override;

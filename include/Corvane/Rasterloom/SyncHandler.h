@@ -19,16 +19,18 @@ namespace Corvane::Rasterloom {
 
 class ObjectLock;
 
-/// The base of operations (transforms, readers, writers): one body of work, run through a `Thread`, with a lock of its own.
+/// The base of operations (transforms, readers, writers): one body of work, run through a `Thread`, with a lock of its
+/// own.
 ///
-/// `Progress` goes from 0 to 200, whatever the operation counts. The events are those of `ISyncEvents`; while an operation
-/// holds the object's lock, members that take it fail in handlers with `ObjectLockedException`, and `Abort`, `Pause`,
-/// `Continue`, `Completed` and the timeout, which do not take it, may be called.
+/// `Progress` goes from 0 to 200, whatever the operation counts. The events are those of `ISyncEvents`; while an
+/// operation holds the object's lock, members that take it fail in handlers with `ObjectLockedException`, and `Abort`,
+/// `Pause`, `Continue`, `Completed` and the timeout, which do not take it, may be called.
 ///
-/// For those who derive: override `ThreadProc` and call the base's first, call `StartThread` to run it, and add the last
-/// touches in `OnThreadStopping`, which also runs after a failure. Disposal is as in `LockableObject`: `Dispose(bool)` with
-/// a `using SyncHandler::Dispose;` beside it, and `DisposeFinally()` first in the destructor of every class that overrides
-/// `ThreadProc`, one of the `OnThread...` members or `Dispose(bool)`: it ends a run before its overrides are gone.
+/// For those who derive: override `ThreadProc` and call the base's first, call `StartThread` to run it, and add the
+/// last touches in `OnThreadStopping`, which also runs after a failure. Disposal is as in `LockableObject`:
+/// `Dispose(bool)` with a `using SyncHandler::Dispose;` beside it, and `DisposeFinally()` first in the destructor of
+/// every class that overrides `ThreadProc`, one of the `OnThread...` members or `Dispose(bool)`: it ends a run before
+/// its overrides are gone.
 class RASTERLOOM_API SyncHandler : public ISyncHandler {
 public:
     ~SyncHandler() override;
@@ -43,7 +45,8 @@ public:
     ThreadPriority get_Priority() const noexcept override { return m_enPriority; }
     void set_Priority(ThreadPriority value) override;
     SynchronizationMode get_SynchronizationMode() const noexcept override { return m_enSynchronizationMode; }
-    /// Fails with `Host::NotImplementedException` for all but `Sync`: the other modes are reached through `Thread` itself.
+    /// Fails with `Host::NotImplementedException` for all but `Sync`: the other modes are reached through `Thread`
+    /// itself.
     void set_SynchronizationMode(SynchronizationMode value) override;
     bool get_ExceptionThrowEnabled() const noexcept override { return m_bThrowException; }
     void set_ExceptionThrowEnabled(bool value) noexcept override { m_bThrowException = value; }
@@ -58,8 +61,8 @@ public:
     bool get_IsDisposed() const noexcept { return get__IsDisposed(); }
     bool get__IsDisposed() const noexcept;
 
-    /// Internal: gives an engine operation the timeout and the counter of this object, and takes them away again. Fail with
-    /// `Host::ArgumentNullException` for a null `host`.
+    /// Internal: gives an engine operation the timeout and the counter of this object, and takes them away again. Fail
+    /// with `Host::ArgumentNullException` for a null `host`.
     virtual void ExportEventsHostSettings(ImagingFramework::IInternalEventsHost* host);
     virtual void ResetEventsHostSettings(ImagingFramework::IInternalEventsHost* host);
 
@@ -69,8 +72,8 @@ protected:
     virtual void Dispose(bool disposing);
     void DisposeFinally() noexcept;
 
-    /// Runs `ThreadProc` in the mode that is set. Fails as `Thread::Start` and, in the mode `Sync`, with the failure of the
-    /// run unless `ExceptionThrowEnabled` is off.
+    /// Runs `ThreadProc` in the mode that is set. Fails as `Thread::Start` and, in the mode `Sync`, with the failure of
+    /// the run unless `ExceptionThrowEnabled` is off.
     void StartThread();
     /// The body. Engine failures that leave it become public ones.
     virtual void ThreadProc();
@@ -87,7 +90,8 @@ protected:
     virtual void OnThreadStopping(const std::exception_ptr& exception);
     virtual void OnThreadStopped(const std::exception_ptr& exception);
 
-    /// For a body that counts its own steps, in place of an engine operation; see `Thread`. The timeout is the object's.
+    /// For a body that counts its own steps, in place of an engine operation; see `Thread`. The timeout is the
+    /// object's.
     void _ResetProgress(std::int32_t count);
     void _ReportProgress(std::int32_t step);
 

@@ -16,8 +16,9 @@ namespace Corvane::Rasterloom {
 class InternalEvents;
 class ThreadMachine;
 
-/// Runs a body of work once per `Start`: on the caller's thread, on a worker with the events on that worker, or on a worker
-/// with the events on the thread of a message loop. All members may be called from any thread unless they say otherwise.
+/// Runs a body of work once per `Start`: on the caller's thread, on a worker with the events on that worker, or on a
+/// worker with the events on the thread of a message loop. All members may be called from any thread unless they say
+/// otherwise.
 class RASTERLOOM_API Thread : public ISyncEvents {
 public:
     explicit Thread(std::function<void()> threadStart = {});
@@ -28,8 +29,8 @@ public:
     /// Runs the body, in the mode `Sync` to its end. Failures of the body stay in `get_Exception`.
     ///
     /// Fails with `Exception` when there is no body, with `OperationNotCompletedException` during a run, with
-    /// `MessageLoopNotPresentedException` in the mode `AsyncViaMessageLoop` on a thread without a loop, with what a handler
-    /// of `Starting` or, in the mode `Sync`, of `Stopped` throws.
+    /// `MessageLoopNotPresentedException` in the mode `AsyncViaMessageLoop` on a thread without a loop, with what a
+    /// handler of `Starting` or, in the mode `Sync`, of `Stopped` throws.
     void Start();
     /// Holds the worker at its next step. Fails with `Exception` in the mode `Async` on the worker, and in the mode
     /// `AsyncViaMessageLoop` on a thread without a loop.
@@ -39,12 +40,12 @@ public:
     /// Asks the body to stop at its next step, with `AbortedException`; a paused one goes on to do so. Then waits as
     /// `WaitForCompletion` does. With no run under way the next one ends before it begins.
     void Abort();
-    /// Waits for the end of the run, the handlers of `Stopped` included. On a thread with a message loop the loop is pumped
-    /// meanwhile. Nothing in the mode `Sync`, where `Start` returns at the end; nothing in the body and in handlers, where
-    /// the wait would never end.
+    /// Waits for the end of the run, the handlers of `Stopped` included. On a thread with a message loop the loop is
+    /// pumped meanwhile. Nothing in the mode `Sync`, where `Start` returns at the end; nothing in the body and in
+    /// handlers, where the wait would never end.
     void WaitForCompletion();
-    /// Aborts and waits as the destructor does; every later `Start` fails with `Host::ObjectDisposedException`. Fails with
-    /// `OperationNotCompletedException` in the body and in handlers.
+    /// Aborts and waits as the destructor does; every later `Start` fails with `Host::ObjectDisposedException`. Fails
+    /// with `OperationNotCompletedException` in the body and in handlers.
     void Dispose();
 
     SynchronizationMode get_SynchronizationMode() const noexcept;
@@ -52,8 +53,8 @@ public:
     void set_SynchronizationMode(SynchronizationMode value);
     ActivityStatus get_ActivityStatus() const noexcept;
     bool get_Completed() const noexcept;
-    /// The failure of the last run, or null. One of a handler goes before one of the body. A body that throws what is no
-    /// `std::exception` counts as a success.
+    /// The failure of the last run, or null. One of a handler goes before one of the body. A body that throws what is
+    /// no `std::exception` counts as a success.
     std::exception_ptr get_Exception() const;
     /// The body, for the next run.
     std::function<void()> get_ThreadStart() const;
@@ -65,13 +66,15 @@ public:
     std::int32_t get_PollingInterval() const noexcept;
     void set_PollingInterval(std::int32_t milliseconds) noexcept;
 
-    /// For a body that counts its own steps: declares `count` more of them, and the milliseconds that they may take (0 and
-    /// below mean no limit). Only in the body.
+    /// For a body that counts its own steps: declares `count` more of them, and the milliseconds that they may take (0
+    /// and below mean no limit). Only in the body.
     void _ResetProgress(std::int32_t count, std::int32_t timeout = -1);
-    /// Steps done. Fails with `AbortedException` and `TimeoutException`; waits while the run is paused. Only in the body.
+    /// Steps done. Fails with `AbortedException` and `TimeoutException`; waits while the run is paused. Only in the
+    /// body.
     void _ReportProgress(std::int32_t step);
 
-    /// Internal: the counter that the engine reports to, owned by this object and kept beyond the run until `ReturnEvents`.
+    /// Internal: the counter that the engine reports to, owned by this object and kept beyond the run until
+    /// `ReturnEvents`.
     InternalEvents* GetEvents();
     void ReturnEvents();
 

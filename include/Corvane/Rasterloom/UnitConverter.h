@@ -7,8 +7,9 @@
 
 namespace Corvane::Rasterloom {
 
-/// Conversion of lengths between units. `resolution` is in pixels per inch and must be above 0, or all of these fail with
-/// `Host::ArgumentOutOfRangeException` for "resolution"; a unit without a name fails with `Host::ArgumentException`.
+/// Conversion of lengths between units. `resolution` is in pixels per inch and must be above 0, or all of these fail
+/// with `Host::ArgumentOutOfRangeException` for "resolution"; a unit without a name fails with
+/// `Host::ArgumentException`.
 class RASTERLOOM_API UnitConverter {
 public:
     UnitConverter() = delete;
@@ -16,7 +17,8 @@ public:
     /// To pixels the result is rounded to a whole one, from pixels the value is first cut to a whole one. Fails with
     /// `Host::OverflowException` when a pixel value does not fit 32 bits.
     static float ConvertUnitsToUnits(double resolution, double value, Unit sourceUnit, Unit destinationUnit);
-    /// Whole pixels, rounded to the nearest, halves up. Fails with `Host::ArgumentException` when they do not fit 32 bits.
+    /// Whole pixels, rounded to the nearest, halves up. Fails with `Host::ArgumentException` when they do not fit 32
+    /// bits.
     static float ConvertUnitsToPixels(double resolution, double value, Unit sourceUnit);
     /// `pixels` is rounded first. Fails with `Host::ArgumentException` when it does not fit 32 bits.
     static float ConvertPixelsToUnits(double resolution, double pixels, Unit destinationUnit);

@@ -8,8 +8,8 @@
 
 namespace Corvane::Rasterloom {
 
-/// The unit and the two resolutions of an object, on top of `Base`, which brings the lock. See `UnitConverterObject` and
-/// `UnitConverterHandler`. Members with a leading underscore do not take the lock.
+/// The unit and the two resolutions of an object, on top of `Base`, which brings the lock. See `UnitConverterObject`
+/// and `UnitConverterHandler`. Members with a leading underscore do not take the lock.
 template <class Base>
 class UnitConverterBase : public Base, public IUnitConverter {
 public:
@@ -19,8 +19,8 @@ public:
     float get_VerticalResolution();
     void set_VerticalResolution(float value);
 
-    /// `Unit::Pixel` at first. Setting it also forgets a unit kept by `_SaveUnit`. Fails with `Host::ArgumentException` for
-    /// a value without a name.
+    /// `Unit::Pixel` at first. Setting it also forgets a unit kept by `_SaveUnit`. Fails with `Host::ArgumentException`
+    /// for a value without a name.
     Unit get_Unit() override;
     void set_Unit(Unit value) override;
 

@@ -27,14 +27,24 @@ void Initialize() {
     });
 }
 
-std::int32_t GetOmpSupport() noexcept { return s_intOmpSupport; }
+std::int32_t GetOmpSupport() noexcept {
+    return s_intOmpSupport;
+}
 
-void SetOmpSupport(std::int32_t value) noexcept { s_intOmpSupport = value != 0 ? 1 : 0; }
+void SetOmpSupport(std::int32_t value) noexcept {
+    s_intOmpSupport = value != 0 ? 1 : 0;
+}
 
-std::int32_t GetLzwSupport() noexcept { return s_intLzwSupport; }
+std::int32_t GetLzwSupport() noexcept {
+    return s_intLzwSupport;
+}
 
-void SetLzwSupport(std::int32_t value) noexcept { s_intLzwSupport = value != 0 ? 1 : 0; }
+void SetLzwSupport(std::int32_t value) noexcept {
+    s_intLzwSupport = value != 0 ? 1 : 0;
+}
 
-std::int32_t GetProcessorCount() noexcept { return s_intProcessorCount; }
+std::int32_t GetProcessorCount() noexcept {
+    return s_intProcessorCount;
+}
 
 } // namespace ImagingFramework

@@ -132,7 +132,8 @@ std::int32_t GridColorMapper::GetNearestColorIndex(std::uint8_t red, std::uint8_
 void GridColorMapper::MapPixels(const std::uint8_t* pPixels, std::size_t count, std::uint8_t* pIndices) {
     for (std::size_t i = 0; i < count; ++i) {
         const std::uint8_t* const pixel = pPixels + 4 * i;
-        pIndices[i] = static_cast<std::uint8_t>(std::min<std::uint32_t>(Find(pixel[3], pixel[2], pixel[1], pixel[0]), 255));
+        pIndices[i] =
+            static_cast<std::uint8_t>(std::min<std::uint32_t>(Find(pixel[3], pixel[2], pixel[1], pixel[0]), 255));
     }
 }
 

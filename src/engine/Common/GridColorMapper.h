@@ -10,12 +10,12 @@
 
 namespace ImagingFramework {
 
-/// Answers as `KDTreeColorMapper` does, in sequence and with the same ties, several times faster; for maps whose entries
-/// all have one alpha.
+/// Answers as `KDTreeColorMapper` does, in sequence and with the same ties, several times faster; for maps whose
+/// entries all have one alpha.
 ///
-/// The colour cube is cut into 32 x 32 x 32 cells. A cell lists, from its first use on, the entries that can be nearest to
-/// any of its colours. A unique nearest entry is the answer; of several that tie the one found last stays the answer, and
-/// when it is none of them the tree decides, whose order of visits does not depend on where it starts.
+/// The colour cube is cut into 32 x 32 x 32 cells. A cell lists, from its first use on, the entries that can be nearest
+/// to any of its colours. A unique nearest entry is the answer; of several that tie the one found last stays the
+/// answer, and when it is none of them the tree decides, whose order of visits does not depend on where it starts.
 ///
 /// It shares the tree's memory of the answer before, so both may be asked in turn. About 0.6 MiB for 256 entries.
 class GridColorMapper : public ColorMapper {
@@ -56,7 +56,8 @@ private:
 
     std::shared_ptr<KDTreeColorMapper::Search> m_pTree;
     std::uint32_t m_uintEntryCount = 0;
-    /// By axis (red, green, blue), cell and entry: the smallest and the largest weighted square distance along the axis.
+    /// By axis (red, green, blue), cell and entry: the smallest and the largest weighted square distance along the
+    /// axis.
     std::vector<std::uint32_t> m_nearBounds;
     std::vector<std::uint32_t> m_farBounds;
     std::vector<std::uint32_t> m_scratch;

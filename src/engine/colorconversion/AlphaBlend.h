@@ -14,13 +14,14 @@ public:
 
     /// Blends nothing.
     AlphaBlend() = default;
-    /// Blends when `source` has alpha and `destination` has none. The background is five channels in memory order; formats of
-    /// 8 bits take their high bytes. Fails with `UnsupportedPixelFormatException` for a format in no known space.
+    /// Blends when `source` has alpha and `destination` has none. The background is five channels in memory order;
+    /// formats of 8 bits take their high bytes. Fails with `UnsupportedPixelFormatException` for a format in no known
+    /// space.
     AlphaBlend(PixelFormat source, PixelFormat destination, const Channels& background);
 
     bool IsActive() const noexcept { return m_uintColorCount != 0; }
-    /// What `Apply` takes: the source format where its channels stand on bytes and are plain; otherwise the source must be
-    /// expanded to this format first.
+    /// What `Apply` takes: the source format where its channels stand on bytes and are plain; otherwise the source must
+    /// be expanded to this format first.
     PixelFormat GetInputFormat() const noexcept { return m_inputFormat; }
     /// The source format when nothing is blended, else the format without alpha.
     PixelFormat GetBlendedFormat() const noexcept { return m_blendedFormat; }

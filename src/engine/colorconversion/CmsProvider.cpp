@@ -41,6 +41,8 @@ std::uint32_t CmsProvider::GetProfileColorSpace(const std::string& profileName) 
     throw UnsupportedPixelFormatException();
 }
 
-std::unique_ptr<CmsProvider> CreateCmsProvider(ColorManagementEngine) { return nullptr; }
+std::unique_ptr<CmsProvider> CreateCmsProvider(ColorManagementEngine) {
+    return nullptr;
+}
 
 } // namespace ImagingFramework

@@ -9,7 +9,8 @@
 
 namespace ImagingFramework {
 
-/// Turns runs of pixels from one ICC profile to another. Profiles are files, named in UTF-8; a null name drops the profile.
+/// Turns runs of pixels from one ICC profile to another. Profiles are files, named in UTF-8; a null name drops the
+/// profile.
 class CmsProvider {
 public:
     virtual void SetSrcColorProfile(const std::string* pProfileName) = 0;
@@ -25,9 +26,9 @@ public:
     virtual bool IsReady() const = 0;
     virtual ~CmsProvider() = default;
 
-    /// The colour space that a profile's header names, as a code whose RGB, gray and CMYK values are those of `ColorSpace`.
-    /// Fails with `CmOpenProfileException` for a file that is no profile, `UnsupportedPixelFormatException` for a space
-    /// that has no code.
+    /// The colour space that a profile's header names, as a code whose RGB, gray and CMYK values are those of
+    /// `ColorSpace`. Fails with `CmOpenProfileException` for a file that is no profile,
+    /// `UnsupportedPixelFormatException` for a space that has no code.
     static std::uint32_t GetProfileColorSpace(const std::string& profileName);
 };
 

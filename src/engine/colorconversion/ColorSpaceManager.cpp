@@ -22,7 +22,9 @@ void VerifyThatProfileMatchesColorspace(const std::optional<std::string>& profil
     }
 }
 
-const std::string* PointerTo(const std::optional<std::string>& name) { return name ? &*name : nullptr; }
+const std::string* PointerTo(const std::optional<std::string>& name) {
+    return name ? &*name : nullptr;
+}
 
 /// The format without alpha in which a single colour is converted.
 PixelFormat ColorFormat(ColorSpace space) {
@@ -139,9 +141,10 @@ const ColorSpaceManager::ProfileName& ColorSpaceManager::DestinationProfile(Pixe
     }
 }
 
-/// The provider for the colour space step; null where a profile is missing on either side, when the formula of the link is
-/// what is wanted.
-std::unique_ptr<CmsProvider> ColorSpaceManager::CreateProvider(PixelFormat sourceFormat, PixelFormat destinationFormat) {
+/// The provider for the colour space step; null where a profile is missing on either side, when the formula of the link
+/// is what is wanted.
+std::unique_ptr<CmsProvider> ColorSpaceManager::CreateProvider(PixelFormat sourceFormat,
+                                                               PixelFormat destinationFormat) {
     const ProfileName& destinationProfile = DestinationProfile(destinationFormat);
     VerifyThatProfileMatchesColorspace(m_sourceProfile, PixelFormatColorSpace(sourceFormat));
     VerifyThatProfileMatchesColorspace(destinationProfile, PixelFormatColorSpace(destinationFormat));

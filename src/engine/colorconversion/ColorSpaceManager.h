@@ -16,9 +16,9 @@
 
 namespace ImagingFramework {
 
-/// Drives all conversion between pixel formats: of a whole raster, of a stream of scanlines, of a single colour. It picks the
-/// route, prepares the palette of an indexed destination, composes over a background where that is asked for, and lets a
-/// colour management provider do the colour space step where there are profiles on both sides.
+/// Drives all conversion between pixel formats: of a whole raster, of a stream of scanlines, of a single colour. It
+/// picks the route, prepares the palette of an indexed destination, composes over a background where that is asked for,
+/// and lets a colour management provider do the colour space step where there are profiles on both sides.
 ///
 /// Profile names are files in UTF-8. A manager serves many conversions in sequence, and one thread at a time.
 class ColorSpaceManager : public IInternalEventsHostImpl, public IPixelFormatSupportImpl {
@@ -28,17 +28,19 @@ public:
 
     ColorSpaceManager() = default;
 
-    /// Converts `source`. With a null `destination` a new raster is made and stored on success only; a raster that is given is
-    /// made anew, and is not to be used after a failure. `source` may be the raster that `destination` holds.
-    /// Fails with `ArgumentException` ("objSrcBitmapData") for an empty source, `PaletteException` without a palette that is
-    /// needed, `UnsupportedPixelFormatException` where no route leads to `destinationFormat`, and as the events stop it.
+    /// Converts `source`. With a null `destination` a new raster is made and stored on success only; a raster that is
+    /// given is made anew, and is not to be used after a failure. `source` may be the raster that `destination` holds.
+    /// Fails with `ArgumentException` ("objSrcBitmapData") for an empty source, `PaletteException` without a palette
+    /// that is needed, `UnsupportedPixelFormatException` where no route leads to `destinationFormat`, and as the events
+    /// stop it.
     void TransformBitmapData(const BitmapData& source, PixelFormat destinationFormat,
                              std::unique_ptr<BitmapData>& destination);
 
-    /// Prepares `TransformScanline`. An indexed destination needs a custom colour map; adaptive palettes need a whole raster.
-    /// Fails with `ArgumentException` where a palette is missing and for no pixels.
-    void InitializePerScanlineHandling(std::uint32_t pixelCount, PixelFormat sourceFormat, const ColorMap* sourceColorMap,
-                                       const std::string* profileName, PixelFormat destinationFormat);
+    /// Prepares `TransformScanline`. An indexed destination needs a custom colour map; adaptive palettes need a whole
+    /// raster. Fails with `ArgumentException` where a palette is missing and for no pixels.
+    void InitializePerScanlineHandling(std::uint32_t pixelCount, PixelFormat sourceFormat,
+                                       const ColorMap* sourceColorMap, const std::string* profileName,
+                                       PixelFormat destinationFormat);
     /// Fails with `NotInitializedException` before the initialisation.
     void TransformScanline(const std::uint8_t* pSrcScanline, std::uint8_t* pDestScanline);
     /// Both steps in one.
@@ -55,15 +57,15 @@ public:
     /// Makes `colorMap` a predefined palette, all alpha 255. Fails with `ArgumentException` ("enColorMapType") for
     /// `Adaptive`, `Custom` and unknown types.
     static void FillPalette(ColorMap& colorMap, ColorMapType type, bool withAlpha);
-    /// The working format: with alpha, of the space and depth of `format`; indexed formats count as 8-bit RGB. This and the
-    /// next two fail with `UnsupportedPixelFormatException` for any other format.
+    /// The working format: with alpha, of the space and depth of `format`; indexed formats count as 8-bit RGB. This and
+    /// the next two fail with `UnsupportedPixelFormatException` for any other format.
     static PixelFormat GetInteractionPixelFormat(PixelFormat format);
     /// The 16-bit twin of an 8-bit working format.
     static PixelFormat GetExtendedPixelFormat(PixelFormat format);
     /// The 8-bit twin of a 16-bit working format.
     static PixelFormat GetSimplePixelFormat(PixelFormat format);
-    /// Turns a raster without alpha into the format with alpha and fills the alpha with `alpha` (of 65535; 8-bit formats take
-    /// the high byte). A raster with alpha stays as it is.
+    /// Turns a raster without alpha into the format with alpha and fills the alpha with `alpha` (of 65535; 8-bit
+    /// formats take the high byte). A raster with alpha stays as it is.
     static void KeepAlpha(std::unique_ptr<BitmapData>& bitmapData, std::uint16_t alpha);
 
     void SetColorManagementEngine(ColorManagementEngine engine) { m_engine = engine; }

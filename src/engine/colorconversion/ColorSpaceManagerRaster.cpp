@@ -19,7 +19,9 @@ std::int32_t StepCount(std::uint64_t steps) {
     return static_cast<std::int32_t>(std::min<std::uint64_t>(steps, std::numeric_limits<std::int32_t>::max()));
 }
 
-std::uint32_t EntryLimit(PixelFormat format) { return 1U << PixelFormatSize(format); }
+std::uint32_t EntryLimit(PixelFormat format) {
+    return 1U << PixelFormatSize(format);
+}
 
 } // namespace
 
@@ -33,7 +35,8 @@ struct ColorSpaceManager::RasterConversion {
 
     /// Splits the progress into two tasks of equal weight.
     void Split() {
-        Tasks = std::make_unique<EventsMetaHost>(std::vector<std::uint32_t>{1, 1}, std::set<std::size_t>{}, TwoTaskSteps);
+        Tasks =
+            std::make_unique<EventsMetaHost>(std::vector<std::uint32_t>{1, 1}, std::set<std::size_t>{}, TwoTaskSteps);
         Tasks->SetTimeout(Host.GetTimeout());
         Tasks->SetEvents(Host.GetEvents());
     }

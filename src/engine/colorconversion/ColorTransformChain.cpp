@@ -21,7 +21,8 @@ void CheckQuantization(const ChainLinkParameters& parameters) {
     }
 }
 
-/// All bits of the prototype's word are in the requested one. That lets the bare indexed flag serve the indexed formats.
+/// All bits of the prototype's word are in the requested one. That lets the bare indexed flag serve the indexed
+/// formats.
 bool Includes(PixelFormat requested, PixelFormat prototype) {
     return (ToWord(requested) & ToWord(prototype)) == ToWord(prototype);
 }
@@ -121,8 +122,8 @@ void ColorTransformChain::ApplyScanlineTransform(const std::uint8_t* pSrcScanlin
     if (m_buffers.size() + 1 != m_links.size()) {
         AllocateBuffers();
     }
-    // A link that only copies is spared its run. The last of the others writes to the destination; where there is none, the
-    // last link makes the one copy.
+    // A link that only copies is spared its run. The last of the others writes to the destination; where there is none,
+    // the last link makes the one copy.
     std::size_t last = m_links.size() - 1;
     while (last > 0 && m_links[last]->IsPassThrough()) {
         --last;

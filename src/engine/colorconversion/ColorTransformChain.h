@@ -36,8 +36,8 @@ public:
     ColorTransformChain& operator=(const ColorTransformChain&) = delete;
     virtual ~ColorTransformChain() = default;
 
-    /// A configured link for the request; null when none matches. Fails with `ArgumentNullPointerException` ("ppLink") and,
-    /// for quantization values that do not fit each other, with `ArgumentOutOfRangeException`.
+    /// A configured link for the request; null when none matches. Fails with `ArgumentNullPointerException` ("ppLink")
+    /// and, for quantization values that do not fit each other, with `ArgumentOutOfRangeException`.
     static void CreateNewLink(std::unique_ptr<IColorTransformLink>* ppLink, ChainLinkParameters parameters);
     /// A link that copies. Fails with `ArgumentException` ("pixel format") when the formats differ.
     static void CreateNewEqualLink(std::unique_ptr<IColorTransformLink>* ppLink, ChainLinkParameters parameters);
@@ -45,8 +45,8 @@ public:
     /// Fails as `CreateNewLink` does, and with `UnsupportedPixelFormatException` when no link matches.
     void AddChainLink(ChainLinkParameters parameters);
     void AddEqualChainLink(ChainLinkParameters parameters);
-    /// Runs the whole chain on one scanline; an empty chain does nothing. Allocates buffers in the first call after a link
-    /// was added. Fails with `ArgumentNullPointerException`.
+    /// Runs the whole chain on one scanline; an empty chain does nothing. Allocates buffers in the first call after a
+    /// link was added. Fails with `ArgumentNullPointerException`.
     void ApplyScanlineTransform(const std::uint8_t* pSrcScanline, std::uint8_t* pDestScanline);
     void Clear() noexcept;
 

@@ -17,7 +17,10 @@ void EqualLink::ApplyScanlineTransform(const std::uint8_t* source, std::uint8_t*
 
 namespace {
 
-template <class Link> LinkPrototype Prototype(std::string_view name) { return {name, std::make_unique<Link>()}; }
+template <class Link>
+LinkPrototype Prototype(std::string_view name) {
+    return {name, std::make_unique<Link>()};
+}
 
 // `Argb64ToArgb64Link` stands twice; the order decides which link serves a request that several would, so it stays.
 #define RASTERLOOM_LINKS(X)                                                                                            \

@@ -88,8 +88,8 @@ struct LinkPrototype {
     std::unique_ptr<const IColorTransformLink> Link;
 };
 
-/// The 47 prototypes in the order in which a request is matched against them. Made at the first call, constant from then
-/// on: read without a lock.
+/// The 47 prototypes in the order in which a request is matched against them. Made at the first call, constant from
+/// then on: read without a lock.
 const std::vector<LinkPrototype>& GetLinkPrototypes();
 
 } // namespace ImagingFramework

@@ -2,7 +2,8 @@
 
 namespace ImagingFramework {
 
-std::unique_ptr<Dithering> CreateDithering(PixelFormat sourceFormat, PixelFormat destinationFormat, DitheringType type) {
+std::unique_ptr<Dithering> CreateDithering(PixelFormat sourceFormat, PixelFormat destinationFormat,
+                                           DitheringType type) {
     if (sourceFormat != PixelFormat::Format32bppArgb || !PixelFormatIsIndexed(destinationFormat)) {
         throw UnsupportedPixelFormatException();
     }

@@ -26,8 +26,8 @@ enum class DitheringType : std::uint32_t {
     Noise = 15,
 };
 
-/// Maps scanlines of `Format32bppArgb`, from the top row down, to palette indices of one byte each, and spreads the error
-/// that this makes.
+/// Maps scanlines of `Format32bppArgb`, from the top row down, to palette indices of one byte each, and spreads the
+/// error that this makes.
 class Dithering {
 public:
     virtual ~Dithering() = default;
@@ -38,8 +38,8 @@ public:
     virtual void ApplyDithering(const std::uint8_t* pSrcScanline, std::uint8_t* pDestScanline) = 0;
 };
 
-/// A dithering of `type`, to be opened. Fails with `UnsupportedPixelFormatException` unless it goes from `Format32bppArgb` to
-/// an indexed format, and with `ArgumentException` ("enDitheringType") for a type outside 1 to 15.
+/// A dithering of `type`, to be opened. Fails with `UnsupportedPixelFormatException` unless it goes from
+/// `Format32bppArgb` to an indexed format, and with `ArgumentException` ("enDitheringType") for a type outside 1 to 15.
 std::unique_ptr<Dithering> CreateDithering(PixelFormat sourceFormat, PixelFormat destinationFormat, DitheringType type);
 
 } // namespace ImagingFramework

@@ -27,8 +27,8 @@ void EntrySelection::AddPixels(const std::uint8_t* pPixels, std::uint32_t count)
     }
 }
 
-/// One round of a selection sort by exchange. It is not stable, and the order that it leaves equal counts in is the order of
-/// the entries of the palette that comes out.
+/// One round of a selection sort by exchange. It is not stable, and the order that it leaves equal counts in is the
+/// order of the entries of the palette that comes out.
 void EntrySelection::SortStep(std::vector<Hits>& hits, std::size_t position) {
     for (std::size_t j = position + 1; j < hits.size(); ++j) {
         if (hits[position].Count < hits[j].Count) {

@@ -20,7 +20,8 @@ public:
     /// The steps of `Sort`, and one for picking.
     std::uint32_t GetSortStepCount() const noexcept { return StepCount(m_counts.size()); }
     /// The indices, the most used first. `onStep` is called once for each step.
-    template <class OnStep> std::vector<std::uint32_t> Sort(OnStep onStep) const;
+    template <class OnStep>
+    std::vector<std::uint32_t> Sort(OnStep onStep) const;
     /// A palette of the entries at `indices`, in that order.
     ColorMap Pick(std::span<const std::uint32_t> indices, bool withAlpha) const;
 
@@ -40,7 +41,8 @@ private:
     std::vector<std::uint64_t> m_counts;
 };
 
-template <class OnStep> std::vector<std::uint32_t> EntrySelection::Sort(OnStep onStep) const {
+template <class OnStep>
+std::vector<std::uint32_t> EntrySelection::Sort(OnStep onStep) const {
     std::vector<Hits> hits(m_counts.size());
     for (std::size_t i = 0; i < hits.size(); ++i) {
         hits[i] = {m_counts[i], static_cast<std::uint32_t>(i)};

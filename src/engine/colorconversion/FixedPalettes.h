@@ -5,8 +5,8 @@
 
 namespace ImagingFramework {
 
-/// Makes `colorMap` the predefined palette of `type`, all alpha 255. Fails with `ArgumentException` ("enColorMapType") for a
-/// type that is none.
+/// Makes `colorMap` the predefined palette of `type`, all alpha 255. Fails with `ArgumentException` ("enColorMapType")
+/// for a type that is none.
 void FillFixedPalette(ColorMap& colorMap, ColorMapType type, bool withAlpha);
 
 } // namespace ImagingFramework

@@ -38,8 +38,9 @@ public:
     virtual void SetDitheringIntensity(std::uint32_t percent) = 0;
     /// Alpha for pixels of formats without it; 8-bit destinations take the high byte.
     virtual void SetAlpha(std::uint16_t alpha16) = 0;
-    /// How 16 bits are narrowed to 8: the value is shifted right by 16 - bits, `offset` is 0, `offset` + 2^scale - 1 and
-    /// above is 255, and what is between is shifted right by scale - 8. With 16 bits and scale 16 the high byte is taken.
+    /// How 16 bits are narrowed to 8: the value is shifted right by 16 - bits, `offset` is 0, `offset` + 2^scale - 1
+    /// and above is 255, and what is between is shifted right by scale - 8. With 16 bits and scale 16 the high byte is
+    /// taken.
     virtual void SetBitsUsedQuantizeTo8(std::uint8_t bits) = 0;
     virtual void SetOffsetQuantizeTo8(std::uint16_t offset) = 0;
     virtual void SetScaleQuantizeTo8(std::uint8_t scale) = 0;

@@ -16,8 +16,8 @@ struct LinkRun {
     std::uint8_t Scale = 16;
 };
 
-/// The fields of a link and the head of every run: report a step, which is where a stop request takes effect, then let the
-/// provider do the run if there is one that is ready.
+/// The fields of a link and the head of every run: report a step, which is where a stop request takes effect, then let
+/// the provider do the run if there is one that is ready.
 class IColorTransformLinkImpl : public IColorTransformLink, public IInternalEventsHostImpl {
 public:
     PixelFormat GetSrcPixelFormat() const override { return m_srcFormat; }
@@ -32,7 +32,9 @@ public:
     void SetDstColorMap(ColorMap* colorMap) override { m_pDstColorMap = colorMap; }
     void SetColorProvider(std::unique_ptr<CmsProvider> provider) override { m_pProvider = std::move(provider); }
     void SetDitheringType(DitheringType type) override { m_ditheringType = type; }
-    void SetDitheringIntensity(std::uint32_t percent) override { m_uintDitheringIntensity = std::clamp(percent, 1U, 100U); }
+    void SetDitheringIntensity(std::uint32_t percent) override {
+        m_uintDitheringIntensity = std::clamp(percent, 1U, 100U);
+    }
     void SetAlpha(std::uint16_t alpha16) override { m_run.Alpha = alpha16; }
     void SetBitsUsedQuantizeTo8(std::uint8_t bits) override { m_run.BitsUsed = bits; }
     void SetOffsetQuantizeTo8(std::uint16_t offset) override { m_run.Offset = offset; }
@@ -47,7 +49,8 @@ public:
     void SkipRun() override { UpdateEvents(1); }
 
 protected:
-    IColorTransformLinkImpl(PixelFormat srcFormat, PixelFormat dstFormat) : m_srcFormat(srcFormat), m_dstFormat(dstFormat) {}
+    IColorTransformLinkImpl(PixelFormat srcFormat, PixelFormat dstFormat)
+        : m_srcFormat(srcFormat), m_dstFormat(dstFormat) {}
 
     /// The head of a run; true when the run is finished.
     bool BeginRun(const std::uint8_t* source, std::uint8_t* destination);

@@ -15,11 +15,14 @@ void RequirePalette(const ColorMap* map) {
     }
 }
 
-[[noreturn]] void FailCorrupted() { throw ArgumentException("bitmap", "Source bitmap is corrupted."); }
+[[noreturn]] void FailCorrupted() {
+    throw ArgumentException("bitmap", "Source bitmap is corrupted.");
+}
 
-/// The indices of a run, one byte each; in `buffer` unless the source has them so. Fails on one that is not below `limit`.
-const std::uint8_t* ReadIndices(const std::uint8_t* source, std::uint32_t bits, std::uint32_t count, std::uint32_t limit,
-                                std::vector<std::uint8_t>& buffer) {
+/// The indices of a run, one byte each; in `buffer` unless the source has them so. Fails on one that is not below
+/// `limit`.
+const std::uint8_t* ReadIndices(const std::uint8_t* source, std::uint32_t bits, std::uint32_t count,
+                                std::uint32_t limit, std::vector<std::uint8_t>& buffer) {
     if (bits < 8) {
         buffer.resize(count);
         UnpackIndices(source, bits, count, buffer.data());
@@ -131,8 +134,8 @@ void Argb32ToIndexedLink::AllocOutBuffer(MemPtr<std::uint8_t>* ppScanlineBuffer)
     AllocScanline(ppScanlineBuffer, m_run.PixelCount, m_uintDstBits, ScanlineAlignment);
 }
 
-/// The run with pixels below the threshold replaced by the transparent entry and all others made opaque; the run itself when
-/// the threshold is not in use or the map has no transparent entry.
+/// The run with pixels below the threshold replaced by the transparent entry and all others made opaque; the run itself
+/// when the threshold is not in use or the map has no transparent entry.
 const std::uint8_t* Argb32ToIndexedLink::CutByAlpha(const std::uint8_t* source) {
     if (!m_bUsePaletteAlphaThreshold) {
         return source;

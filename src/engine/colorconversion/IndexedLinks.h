@@ -9,8 +9,8 @@
 
 namespace ImagingFramework {
 
-/// Palette indices to colours. Fails with `PaletteException` without a source map, and with `ArgumentException` ("bitmap")
-/// for an index that the map does not have.
+/// Palette indices to colours. Fails with `PaletteException` without a source map, and with `ArgumentException`
+/// ("bitmap") for an index that the map does not have.
 class IndexedToArgb32Link final : public IColorTransformLinkImpl {
 public:
     IndexedToArgb32Link() : IColorTransformLinkImpl(IndexedFormat, PixelFormat::Format32bppArgb) {}
@@ -40,8 +40,9 @@ private:
     std::vector<std::uint8_t> m_indices;
 };
 
-/// Colours to the nearest entries of the destination map, with dithering where a type is set. Fails with `PaletteException`
-/// without a destination map. With the threshold in use and a transparent entry in the map, alpha becomes a hard cut.
+/// Colours to the nearest entries of the destination map, with dithering where a type is set. Fails with
+/// `PaletteException` without a destination map. With the threshold in use and a transparent entry in the map, alpha
+/// becomes a hard cut.
 class Argb32ToIndexedLink final : public IColorTransformLinkImpl {
 public:
     Argb32ToIndexedLink() : IColorTransformLinkImpl(PixelFormat::Format32bppArgb, IndexedFormat) {}

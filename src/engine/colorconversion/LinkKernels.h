@@ -11,7 +11,8 @@ namespace ImagingFramework::LinkKernels {
 
 using Kernel = void (*)(const LinkRun& run, const std::uint8_t* source, std::uint8_t* destination);
 
-/// 8- and 16-bit gray of a CMYK or RGB value, and the 8-bit products of which the tables below are made, by their formulas.
+/// 8- and 16-bit gray of a CMYK or RGB value, and the 8-bit products of which the tables below are made, by their
+/// formulas.
 std::uint8_t ColorOfCmyk8(std::uint8_t black, std::uint8_t ink);
 std::uint16_t ColorOfCmyk16(std::uint16_t black, std::uint16_t ink);
 std::uint8_t Premultiply8(std::uint8_t alpha, std::uint8_t color);
@@ -19,7 +20,8 @@ std::uint8_t Unpremultiply8(std::uint8_t alpha, std::uint8_t color);
 /// 16 bits to 8, by the run's bits, offset and scale.
 std::uint8_t Quantize16To8(const LinkRun& run, std::uint16_t value);
 
-template <std::uint32_t PixelSize> void Copy(const LinkRun& run, const std::uint8_t* source, std::uint8_t* destination) {
+template <std::uint32_t PixelSize>
+void Copy(const LinkRun& run, const std::uint8_t* source, std::uint8_t* destination) {
     std::copy_n(source, std::size_t{run.PixelCount} * PixelSize, destination);
 }
 
@@ -30,12 +32,14 @@ void Repack(const LinkRun& run, const std::uint8_t* source, std::uint8_t* destin
     VectorKernels::RepackPixels(source, SourceSize, destination, DestinationSize, alpha, run.PixelCount);
 }
 
-template <std::uint32_t Channels> void Widen(const LinkRun& run, const std::uint8_t* source, std::uint8_t* destination) {
+template <std::uint32_t Channels>
+void Widen(const LinkRun& run, const std::uint8_t* source, std::uint8_t* destination) {
     VectorKernels::WidenBytes(source, destination, std::size_t{run.PixelCount} * Channels);
 }
 
 /// Colours by the narrowing rule; the alpha, which stands last, by its high byte.
-template <std::uint32_t Channels> void Narrow(const LinkRun& run, const std::uint8_t* source, std::uint8_t* destination);
+template <std::uint32_t Channels>
+void Narrow(const LinkRun& run, const std::uint8_t* source, std::uint8_t* destination);
 extern template void Narrow<2>(const LinkRun&, const std::uint8_t*, std::uint8_t*);
 extern template void Narrow<4>(const LinkRun&, const std::uint8_t*, std::uint8_t*);
 extern template void Narrow<5>(const LinkRun&, const std::uint8_t*, std::uint8_t*);

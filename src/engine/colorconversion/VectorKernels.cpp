@@ -50,9 +50,10 @@ std::size_t RepackPairs(const BlockPlan& plan, const std::uint8_t* source, std::
     const std::uint32_t pixels = plan.Pixels;
     const std::size_t sourceStep = std::size_t{pixels} * sourceSize;
     const std::size_t destinationStep = std::size_t{pixels} * destinationSize;
-    // So many pixels must follow for the loads and stores of a pair, which reach past its pixels, to stay inside the run.
-    const std::size_t reach = 2 * std::size_t{pixels} + (32 + std::min(sourceSize, destinationSize) - 1) /
-                                                            std::min(sourceSize, destinationSize);
+    // So many pixels must follow for the loads and stores of a pair, which reach past its pixels, to stay inside the
+    // run.
+    const std::size_t reach = 2 * std::size_t{pixels} +
+                              (32 + std::min(sourceSize, destinationSize) - 1) / std::min(sourceSize, destinationSize);
     std::size_t done = 0;
     for (; done + reach <= count; done += 2 * std::size_t{pixels}) {
         const auto low = hn::LoadU(half, source);
@@ -89,8 +90,8 @@ std::size_t RepackBlocks(const BlockPlan& plan, const std::uint8_t* source, std:
     const hn::FixedTag<std::uint8_t, 16> d;
     const auto shuffle = hn::Load(d, plan.Shuffle);
     const auto fill = hn::Load(d, plan.Fill);
-    const std::size_t reach = plan.Pixels + (16 + std::min(sourceSize, destinationSize) - 1) /
-                                                std::min(sourceSize, destinationSize);
+    const std::size_t reach =
+        plan.Pixels + (16 + std::min(sourceSize, destinationSize) - 1) / std::min(sourceSize, destinationSize);
     std::size_t done = 0;
     for (; done + reach <= count; done += plan.Pixels) {
         hn::StoreU(hn::Or(hn::TableLookupBytesOr0(hn::LoadU(d, source), shuffle), fill), d, destination);
@@ -160,8 +161,8 @@ void GrayFromColor(const std::uint8_t* source, std::uint8_t* destination, std::s
     for (; i + 2 * lanes <= pixelCount; i += 2 * lanes) {
         const auto convert = [&](const std::uint8_t* pixels) HWY_ATTR {
             const auto words = hn::BitCast(d16, hn::LoadU(d, pixels));
-            const auto sums = hn::Add(hn::Mul(hn::And(words, evenMask), evenWeights),
-                                      hn::Mul(hn::ShiftRight<8>(words), oddWeights));
+            const auto sums =
+                hn::Add(hn::Mul(hn::And(words, evenMask), evenWeights), hn::Mul(hn::ShiftRight<8>(words), oddWeights));
             const auto pairs = hn::BitCast(d32, sums);
             const auto total = hn::And(hn::Add(pairs, hn::ShiftRight<16>(pairs)), wordMask);
             const auto gray = hn::ShiftRight<3>(hn::MulHigh(hn::BitCast(d16, total), reciprocal));

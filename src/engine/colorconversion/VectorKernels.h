@@ -3,8 +3,8 @@
 #include <cstddef>
 #include <cstdint>
 
-// Loops that pay for being written with vectors. Each picks its instruction set at run time and equals its plain twin in
-// `PlainKernels` bit for bit. Source and destination do not overlap.
+// Loops that pay for being written with vectors. Each picks its instruction set at run time and equals its plain twin
+// in `PlainKernels` bit for bit. Source and destination do not overlap.
 
 namespace ImagingFramework::VectorKernels {
 

@@ -19,9 +19,13 @@ std::shared_ptr<MessageLoop>& CurrentLoop() noexcept {
 MessageLoop::MessageLoop() = default;
 MessageLoop::~MessageLoop() = default;
 
-std::shared_ptr<MessageLoop> MessageLoop::get_Current() noexcept { return CurrentLoop(); }
+std::shared_ptr<MessageLoop> MessageLoop::get_Current() noexcept {
+    return CurrentLoop();
+}
 
-void MessageLoop::set_Current(std::shared_ptr<MessageLoop> loop) noexcept { CurrentLoop() = std::move(loop); }
+void MessageLoop::set_Current(std::shared_ptr<MessageLoop> loop) noexcept {
+    CurrentLoop() = std::move(loop);
+}
 
 // --- SimpleMessageLoop
 

@@ -24,8 +24,8 @@ public:
     std::uint64_t StartTimer(std::int32_t milliseconds, std::function<void()> tick) override;
     void StopTimer(std::uint64_t timer) noexcept override;
 
-    /// Pumps on the calling thread until `Quit`; what a message throws leaves it. Messages that wait at the quit stay for
-    /// the next run.
+    /// Pumps on the calling thread until `Quit`; what a message throws leaves it. Messages that wait at the quit stay
+    /// for the next run.
     void Run();
     /// Ends the run that is under way or, if none is, the next one. May be called from any thread.
     void Quit() noexcept;
