@@ -13,8 +13,8 @@ template <class Layout> class FloatSincKernel final : public PlainTwoPassKernel<
 public:
     using Base = PlainTwoPassKernel<SincPolicy, Layout>;
 
-    FloatSincKernel(const SincFloatAxis& axisX, const SincFloatAxis& axisY)
-        : Base(axisX.Axis, axisY.Axis), m_floatX(axisX), m_floatY(axisY) {}
+    FloatSincKernel(const SincFloatAxis& axisX, const SincFloatAxis& axisY, std::uint32_t sourceWidth)
+        : Base(axisX.Axis, axisY.Axis), m_floatX(axisX), m_floatY(axisY), m_sourceWidth(sourceWidth) {}
 
     std::uint32_t BlockRows() const override { return SincBlockRows; }
 
@@ -25,7 +25,8 @@ public:
             rows[k] = sources[k < count ? k : 0];
         }
         m_rows = rows.data();
-        const SincRowsTask task{m_floatX, rows.data(), destinations, count, firstColumn, endColumn, {&RepairRow, this}, m_scratch};
+        const SincRowsTask task{m_floatX,    rows.data(), destinations,       count,    m_sourceWidth,
+                                firstColumn, endColumn,   {&RepairRow, this}, m_scratch};
         if (!IsVector(m_floatX) || !FilterSincRows(task, Layout::Samples, Layout::Alpha)) {
             Base::FilterRows(sources, destinations, count, firstColumn, endColumn);
         }
@@ -62,6 +63,7 @@ private:
 
     const SincFloatAxis& m_floatX;
     const SincFloatAxis& m_floatY;
+    std::uint32_t m_sourceWidth;
     SincScratch m_scratch;
     const std::uint8_t* const* m_rows = nullptr;
     std::uint32_t m_position = 0;
@@ -73,7 +75,7 @@ void Resample(const ResizeJob& job, const TapAxis<double>& axisX, const TapAxis<
         const SincFloatAxis floatX(axisX);
         const SincFloatAxis floatY(axisY);
         using Kernel = FloatSincKernel<Layout>;
-        RunTwoPass(job, axisY.Windows, [&] { return std::make_unique<Kernel>(floatX, floatY); }, true);
+        RunTwoPass(job, axisY.Windows, [&] { return std::make_unique<Kernel>(floatX, floatY, job.Source.GetWidth()); }, true);
     } else {
         using Kernel = PlainTwoPassKernel<SincPolicy, Layout>;
         RunTwoPass(job, axisY.Windows, [&] { return std::make_unique<Kernel>(axisX, axisY); }, true);

@@ -49,24 +49,28 @@ HWY_INLINE void TransposeBytes(const std::uint8_t* const* HWY_RESTRICT rows, std
     }
 }
 
-/// Fills `tile` with the samples from `first` up to and without `end` of 16 rows, `TileRows` floats for each sample.
+/// Fills `tile` with the samples, less 128, from `first` up to and without `end` of 16 rows, `TileRows` floats each. Rows of
+/// `rowSamples` samples are read no further; the tile has room for 15 samples more, which get undefined values.
 HWY_INLINE void FillFloatTile(const std::uint8_t* const* HWY_RESTRICT rows, std::size_t first, std::size_t end,
-                              float* HWY_RESTRICT tile) {
+                              std::size_t rowSamples, float* HWY_RESTRICT tile) {
     const hn::CappedTag<float, TileRows> df;
     const hn::Rebind<std::int32_t, decltype(df)> di;
-    const hn::Rebind<std::uint8_t, decltype(df)> du;
+    const hn::Rebind<std::int8_t, decltype(df)> d8;
     HWY_ALIGN std::uint8_t columns[256];
     std::size_t sample = first;
-    for (; sample + 16 <= end; sample += 16) {
+    for (; sample < end && sample + 16 <= rowSamples; sample += 16) {
         TransposeBytes(rows, sample, columns);
         for (std::size_t i = 0; i < 256; i += hn::Lanes(df)) {
-            hn::Store(hn::ConvertTo(df, hn::PromoteTo(di, hn::Load(du, columns + i))), df, tile + i);
+            const auto bytes = hn::Load(hn::Rebind<std::uint8_t, decltype(df)>(), columns + i);
+            // With its top bit flipped, an unsigned byte less 128 is a signed one.
+            const auto centred = hn::BitCast(d8, hn::Xor(bytes, hn::Set(hn::Rebind<std::uint8_t, decltype(df)>(), 0x80)));
+            hn::Store(hn::ConvertTo(df, hn::PromoteTo(di, centred)), df, tile + i);
         }
         tile += 256;
     }
     for (; sample < end; ++sample) {
         for (std::size_t row = 0; row < TileRows; ++row) {
-            *tile++ = static_cast<float>(rows[row][sample]);
+            *tile++ = static_cast<float>(rows[row][sample] - 128);
         }
     }
 }

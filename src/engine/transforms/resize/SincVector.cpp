@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "transforms/resize/SincVector.cpp"
@@ -22,8 +23,9 @@ bool FilterColumns(const SincColumnsTask&, int, bool) { return false; }
 using LaneTag = hn::CappedTag<float, TileRows>;
 using Lane = hn::VFromD<LaneTag>;
 
-/// Bytes of floats that a tile may take, so that it stays in the second cache.
-constexpr std::size_t TileLimit = 192 * 1024;
+/// Bytes of floats that a tile may take, so that it stays in the second cache, and columns that are made from it.
+constexpr std::size_t TileLimit = 128 * 1024;
+constexpr std::uint32_t ChunkColumns = 16;
 
 struct Rounded {
     hn::VFromD<hn::Rebind<std::int32_t, LaneTag>> Value;
@@ -50,13 +52,18 @@ HWY_INLINE std::uint32_t MaskBits(hn::MFromD<LaneTag> mask) {
     return bits[0] | (static_cast<std::uint32_t>(bits[1]) << 8);
 }
 
-/// Turns the colours of a tile into products with their alpha; both are integers that a float holds exactly.
+/// What samples are less by while they are summed: half the magnitude, half the error.
+constexpr float Centre = 128.0F;
+
+/// Turns the centred colours of a tile into products with their alpha, and alpha into itself; integers that a float holds
+/// exactly.
 template <int Samples> void PremultiplyTile(float* HWY_RESTRICT tile, std::size_t pixels) {
     const LaneTag df;
     for (std::size_t i = 0; i < pixels; ++i) {
         for (std::size_t row = 0; row < TileRows; row += hn::Lanes(df)) {
             float* const pixel = tile + i * Samples * TileRows + row;
-            const Lane alpha = hn::Load(df, pixel + (Samples - 1) * TileRows);
+            const Lane alpha = hn::Add(hn::Load(df, pixel + (Samples - 1) * TileRows), hn::Set(df, Centre));
+            hn::Store(alpha, df, pixel + (Samples - 1) * TileRows);
             for (std::size_t c = 0; c + 1 < Samples; ++c) {
                 float* const sample = pixel + c * TileRows;
                 hn::Store(hn::Mul(hn::Load(df, sample), alpha), df, sample);
@@ -79,7 +86,8 @@ public:
     explicit RowFilter(const SincRowsTask& task)
         : m_task(task), m_axis(task.Axis.Axis), m_limit(hn::Set(LaneTag(), static_cast<float>(0.5 - task.Axis.SumError))),
           m_quotientError(hn::Set(LaneTag(), static_cast<float>(task.Axis.QuotientError))),
-          m_leastWeight(hn::Set(LaneTag(), static_cast<float>(std::max(4.0, task.Axis.QuotientError * 5.0)))) {}
+          m_leastWeight(hn::Set(LaneTag(), static_cast<float>(std::max(1.0, task.Axis.QuotientError * 3.0)))),
+          m_leastNegative(hn::Set(LaneTag(), static_cast<float>(-task.Axis.SumError))) {}
 
     bool Run() {
         std::uint32_t first = m_task.FirstColumn;
@@ -98,28 +106,44 @@ private:
         return std::size_t{m_axis.Windows.First[column]} + m_axis.Windows.Count[column];
     }
 
-    /// Columns by 16 as long as their windows fit into the tile, and one in any case.
+    /// 16 columns, or as many as the tile can hold the windows of, and one in any case.
     std::uint32_t ChunkEnd(std::uint32_t first) const {
         constexpr std::size_t limit = TileLimit / (PixelFloats * sizeof(float));
-        std::uint32_t end = std::min(first + 16, m_task.EndColumn);
-        while (end < m_task.EndColumn &&
-               SourceEnd(std::min(end + 16, m_task.EndColumn) - 1) - m_axis.Windows.First[first] <= limit) {
-            end = std::min(end + 16, m_task.EndColumn);
+        std::uint32_t end = first + 1;
+        while (end < m_task.EndColumn && end - first < ChunkColumns && SourceEnd(end) - m_axis.Windows.First[first] <= limit) {
+            ++end;
         }
         return end;
     }
 
+    /// Brings the window of a chunk into the tile; what the last chunk had of it is moved, not made again.
+    float* FillTile(std::size_t first, std::size_t end) {
+        std::vector<float>& memory = m_task.Scratch.Tile;
+        const std::size_t room = (end - first) * PixelFloats + 2 * 16 * TileRows;
+        if (memory.size() < room) {
+            memory.resize(room);
+            m_tileEnd = 0;
+        }
+        float* const tile = AlignUp(memory.data());
+        const std::size_t kept = m_tileEnd > first ? m_tileEnd - first : 0;
+        if (kept != 0) {
+            std::memmove(tile, tile + (first - m_tileFirst) * PixelFloats, kept * PixelFloats * sizeof(float));
+        }
+        float* const fresh = tile + kept * PixelFloats;
+        FillFloatTile(m_task.Sources, (first + kept) * Samples, end * Samples, m_task.SourceWidth * std::size_t{Samples}, fresh);
+        if constexpr (Alpha) {
+            PremultiplyTile<Samples>(fresh, end - first - kept);
+        }
+        m_tileFirst = first;
+        m_tileEnd = end;
+        return tile;
+    }
+
     void FilterChunk(std::uint32_t first, std::uint32_t end) {
         const std::size_t sourceFirst = m_axis.Windows.First[first];
-        const std::size_t sourcePixels = SourceEnd(end - 1) - sourceFirst;
-        m_task.Scratch.Tile.resize(std::max(m_task.Scratch.Tile.size(), sourcePixels * PixelFloats + 16));
-        m_task.Scratch.Output.resize(std::max(m_task.Scratch.Output.size(), (end - first) * PixelFloats + 64));
-        float* const tile = AlignUp(m_task.Scratch.Tile.data());
+        const float* const tile = FillTile(sourceFirst, std::max(SourceEnd(end - 1), m_tileEnd));
+        m_task.Scratch.Output.resize(ChunkColumns * PixelFloats + 64);
         std::uint8_t* const output = AlignUp(m_task.Scratch.Output.data());
-        FillFloatTile(m_task.Sources, sourceFirst * Samples, (sourceFirst + sourcePixels) * Samples, tile);
-        if constexpr (Alpha) {
-            PremultiplyTile<Samples>(tile, sourcePixels);
-        }
         for (std::uint32_t x = first; x < end; ++x) {
             const PixelTaps taps{m_task.Axis.Weights.data() + std::size_t{x} * m_axis.MaximumTaps, m_axis.Windows.Count[x],
                                  tile + (m_axis.Windows.First[x] - sourceFirst) * PixelFloats, x,
@@ -173,7 +197,7 @@ private:
     HWY_INLINE void FinishPlain(const PixelTaps& taps, std::size_t row, const Lane* sums) {
         auto doubtful = hn::FirstN(LaneTag(), 0);
         for (std::size_t c = 0; c < Samples; ++c) {
-            const Rounded rounded = RoundLanes(sums[c], m_limit);
+            const Rounded rounded = RoundLanes(hn::Add(sums[c], hn::Set(LaneTag(), Centre)), m_limit);
             StoreBytes(rounded.Value, taps.Output + c * TileRows + row);
             doubtful = hn::Or(doubtful, rounded.Doubtful);
         }
@@ -193,13 +217,17 @@ private:
         const Lane inverse = hn::Div(hn::Set(df, 1.0F), hn::IfThenElse(faint, hn::Set(df, 1.0F), weight));
         const Lane limit = hn::NegMulAdd(m_quotientError, inverse, hn::Set(df, 0.4999F));
         for (std::size_t c = 0; c + 1 < Samples; ++c) {
-            const Rounded rounded = RoundLanes(hn::Mul(sums[c], inverse), limit);
+            const Rounded rounded = RoundLanes(hn::MulAdd(sums[c], inverse, hn::Set(df, Centre)), limit);
             StoreBytes(hn::IfThenZeroElse(hn::RebindMask(hn::Rebind<std::int32_t, LaneTag>(), faint), rounded.Value),
                        taps.Output + c * TileRows + row);
             doubtful = hn::Or(doubtful, hn::AndNot(faint, rounded.Doubtful));
         }
-        if (HWY_UNLIKELY(!hn::AllFalse(df, hn::Or(doubtful, faint)))) {
-            doubtful = hn::Or(doubtful, hn::And(faint, hn::Ne(HighestAlpha(taps, row), hn::Zero(df))));
+        // A weight sum that is surely negative makes the pixel 0, and so does a window without any alpha.
+        const auto unsure = hn::And(faint, hn::Ge(weight, m_leastNegative));
+        if (HWY_UNLIKELY(!hn::AllFalse(df, unsure))) {
+            doubtful = hn::Or(doubtful, hn::And(unsure, hn::Ne(HighestAlpha(taps, row), hn::Zero(df))));
+        }
+        if (HWY_UNLIKELY(!hn::AllFalse(df, doubtful))) {
             RepairLanes(taps, row, MaskBits(doubtful));
         }
     }
@@ -232,6 +260,9 @@ private:
     Lane m_limit;
     Lane m_quotientError;
     Lane m_leastWeight;
+    Lane m_leastNegative;
+    std::size_t m_tileFirst = 0;
+    std::size_t m_tileEnd = 0;
 };
 
 bool FilterRows(const SincRowsTask& task, int samples, bool alpha) {
@@ -257,7 +288,8 @@ public:
           m_weights(task.Axis.Weights.data() + std::size_t{task.Position} * task.Axis.Axis.MaximumTaps),
           m_limit(hn::Set(LaneTag(), static_cast<float>(0.5 - task.Axis.SumError))),
           m_quotientError(hn::Set(LaneTag(), static_cast<float>(task.Axis.QuotientError))),
-          m_leastWeight(hn::Set(LaneTag(), static_cast<float>(std::max(4.0, task.Axis.QuotientError * 5.0)))) {}
+          m_leastWeight(hn::Set(LaneTag(), static_cast<float>(std::max(1.0, task.Axis.QuotientError * 3.0)))),
+          m_leastNegative(hn::Set(LaneTag(), static_cast<float>(-task.Axis.SumError))) {}
 
     bool Run() {
         const LaneTag df;
@@ -279,22 +311,29 @@ public:
 private:
     template <std::size_t Vectors> HWY_INLINE void FilterVectors(std::size_t first) {
         const LaneTag df;
-        const hn::Rebind<std::int32_t, LaneTag> di;
         const hn::Rebind<std::uint8_t, LaneTag> du;
-        Lane sums[Vectors];
+        Lane sums[2][Vectors];
         for (std::size_t v = 0; v < Vectors; ++v) {
-            sums[v] = hn::Zero(df);
+            sums[0][v] = sums[1][v] = hn::Zero(df);
         }
-        for (std::size_t t = 0; t < m_count; ++t) {
+        const auto add = [&](std::size_t t, Lane* chain) HWY_ATTR {
             const Lane weight = hn::Set(df, m_weights[t]);
             const std::uint8_t* const row = m_task.Rows[t] + first;
             for (std::size_t v = 0; v < Vectors; ++v) {
-                const Lane samples = hn::ConvertTo(df, hn::PromoteTo(di, hn::LoadU(du, row + v * hn::Lanes(df))));
-                sums[v] = hn::MulAdd(weight, Alpha ? WithAlpha(samples) : samples, sums[v]);
+                const auto bytes = hn::LoadU(du, row + v * hn::Lanes(df));
+                chain[v] = hn::MulAdd(weight, Alpha ? WithAlpha(bytes) : Centred(bytes), chain[v]);
             }
+        };
+        std::size_t t = 0;
+        for (; t + 2 <= m_count; t += 2) {
+            add(t, sums[0]);
+            add(t + 1, sums[1]);
+        }
+        if (t < m_count) {
+            add(t, sums[0]);
         }
         for (std::size_t v = 0; v < Vectors; ++v) {
-            Finish(first + v * hn::Lanes(df), sums[v]);
+            Finish(first + v * hn::Lanes(df), hn::Add(sums[0][v], sums[1][v]));
         }
     }
 
@@ -313,8 +352,21 @@ private:
         return hn::RebindMask(LaneTag(), hn::Eq(hn::And(hn::Iota(di, 0), last), last));
     }
 
-    static HWY_INLINE Lane WithAlpha(Lane samples) {
-        return hn::IfThenElse(AlphaLanes(), samples, hn::Mul(samples, AlphaOfPixel(samples)));
+    using Bytes = hn::VFromD<hn::Rebind<std::uint8_t, LaneTag>>;
+
+    static HWY_INLINE Lane Centred(Bytes bytes) {
+        const hn::Rebind<std::uint8_t, LaneTag> du;
+        const hn::Rebind<std::int8_t, LaneTag> d8;
+        const auto centred = hn::BitCast(d8, hn::Xor(bytes, hn::Set(du, 0x80)));
+        return hn::ConvertTo(LaneTag(), hn::PromoteTo(hn::Rebind<std::int32_t, LaneTag>(), centred));
+    }
+
+    /// Centred colours times alpha, and alpha.
+    static HWY_INLINE Lane WithAlpha(Bytes bytes) {
+        const LaneTag df;
+        const Lane centred = Centred(bytes);
+        const Lane alpha = hn::Add(AlphaOfPixel(centred), hn::Set(df, Centre));
+        return hn::Mul(hn::IfThenElse(AlphaLanes(), hn::Set(df, 1.0F), centred), alpha);
     }
 
     HWY_INLINE void Finish(std::size_t first, Lane sum) {
@@ -327,15 +379,17 @@ private:
             const Lane inverse = hn::Div(hn::Set(df, 1.0F), hn::IfThenElse(plain, hn::Set(df, 1.0F), weight));
             const Lane limit = hn::IfThenElse(alphaLanes, m_limit,
                                               hn::NegMulAdd(m_quotientError, inverse, hn::Set(df, 0.4999F)));
-            const Rounded rounded = RoundLanes(hn::Mul(sum, inverse), limit);
+            const Lane centre = hn::IfThenZeroElse(alphaLanes, hn::Set(df, Centre));
+            const Rounded rounded = RoundLanes(hn::MulAdd(sum, inverse, centre), limit);
             StoreBytes(hn::IfThenZeroElse(hn::RebindMask(hn::Rebind<std::int32_t, LaneTag>(), faint), rounded.Value),
                        m_task.Destination + first);
-            const auto doubtful = hn::Or(rounded.Doubtful, faint);
+            const auto unsure = hn::And(faint, hn::Ge(weight, m_leastNegative));
+            const auto doubtful = hn::Or(hn::AndNot(faint, rounded.Doubtful), unsure);
             if (HWY_UNLIKELY(!hn::AllFalse(df, doubtful))) {
                 RepairLanes(first, MaskBits(doubtful));
             }
         } else {
-            const Rounded rounded = RoundLanes(sum, m_limit);
+            const Rounded rounded = RoundLanes(hn::Add(sum, hn::Set(df, Centre)), m_limit);
             StoreBytes(rounded.Value, m_task.Destination + first);
             if (HWY_UNLIKELY(!hn::AllFalse(df, rounded.Doubtful))) {
                 RepairLanes(first, MaskBits(rounded.Doubtful));
@@ -378,6 +432,7 @@ private:
     Lane m_limit;
     Lane m_quotientError;
     Lane m_leastWeight;
+    Lane m_leastNegative;
 };
 
 bool FilterColumns(const SincColumnsTask& task, int samples, bool alpha) {
@@ -420,11 +475,13 @@ SincFloatAxis::SincFloatAxis(const TapAxis<double>& axis) : Axis(axis), Weights(
         }
         absolute = std::max(absolute, sum);
     }
-    // Four roundings more than the bound asks for: weight, product, the joining of two partial sums, and the canonical side.
-    const double relative = (static_cast<double>(axis.MaximumTaps) + 4.0) * 0x1p-24 * 1.001;
+    // Two chains of additions, their joining, the roundings of weight and product, and one more for the canonical side.
+    const double relative = (static_cast<double>((axis.MaximumTaps + 1) / 2) + 4.0) * 0x1p-24 * 1.001;
+    // Plain samples are centred and so reach 128; alpha is not, and reaches 255. The last term covers adding the centre back.
     SumError = relative * absolute * 255.0 + 0x1p-14;
-    // |N / D - N' / D'| <= (e W 255^2 + 256 e W 255) / D', and a little for the division and the product.
-    QuotientError = relative * absolute * 255.0 * (255.0 + 256.0) * 1.01;
+    // |N / D - N' / D'| <= (e W 255 * 128 + 129 e W 255) / D' for centred colours and quotients that are not cut anyway; the
+    // division, the product and the centre are in the 0.0001 by which the quotients' limit stays below one half.
+    QuotientError = relative * absolute * 255.0 * (128.0 + 129.0) * 1.01;
 }
 
 bool FilterSincRows(const SincRowsTask& task, int samples, bool alpha) {

@@ -11,8 +11,9 @@ namespace ImagingFramework {
 /// Lanes of single precision for 8-bit samples.
 ///
 /// Sums in single precision differ from the canonical double ones by less than a proven bound. For n taps with weights of
-/// absolute sum W over samples up to M, the rounding of the weights, the products and n additions in any order, fused or
-/// not, stay below (n + 2) u W M / (1 - (n + 2) u) with u = 2^-24; the canonical sum's own error is smaller by 2^-29. So a
+/// absolute sum W over samples up to M, added in two chains that are joined at the end, no term passes through more than
+/// k = n / 2 + 3 roundings (weight, product unless fused, its chain, the joining), so the error is below
+/// k u W M / (1 - k u) with u = 2^-24; the canonical sum's own error is smaller by 2^-29. So a
 /// sum that is farther than that from every rounding boundary rounds as the canonical one does, and the others, about one
 /// in a thousand, are computed again in the canonical way.
 struct SincFloatAxis {
@@ -46,6 +47,7 @@ struct SincRowsTask {
     const std::uint8_t* const* Sources;
     std::uint8_t* const* Destinations;
     std::uint32_t Count;
+    std::uint32_t SourceWidth;
     std::uint32_t FirstColumn;
     std::uint32_t EndColumn;
     SincRepair Repair;
