@@ -130,6 +130,36 @@ constexpr auto ResizeModeNames = [] {
     });
 }();
 
+constexpr auto ActionTypeNames = [] {
+    using E = Codecs::ActionType;
+    return std::to_array<EnumName<E>>({
+        RASTERLOOM_NAME(None) RASTERLOOM_NAME(BitmapLoading) RASTERLOOM_NAME(ThumbnailLoading)
+    });
+}();
+
+constexpr auto CompressionTypeNames = [] {
+    using E = Codecs::CompressionType;
+    return std::to_array<EnumName<E>>({
+        RASTERLOOM_NAME(Unknown) RASTERLOOM_NAME(None) RASTERLOOM_NAME(Rle) RASTERLOOM_NAME(Jpeg) RASTERLOOM_NAME(Zip)
+        RASTERLOOM_NAME(CcittRle) RASTERLOOM_NAME(Ccitt3) RASTERLOOM_NAME(Ccitt4) RASTERLOOM_NAME(Lzw)
+        RASTERLOOM_NAME(WaveletLossy) RASTERLOOM_NAME(WaveletLossless)
+    });
+}();
+
+constexpr auto DisposalMethodNames = [] {
+    using E = Codecs::DisposalMethod;
+    return std::to_array<EnumName<E>>({
+        RASTERLOOM_NAME(None) RASTERLOOM_NAME(Leave) RASTERLOOM_NAME(Background) RASTERLOOM_NAME(Previous)
+    });
+}();
+
+constexpr auto LoadingModeNames = [] {
+    using E = Codecs::LoadingMode;
+    return std::to_array<EnumName<E>>({
+        RASTERLOOM_NAME(Bitmap) RASTERLOOM_NAME(Thumbnail)
+    });
+}();
+
 #undef RASTERLOOM_NAME
 // clang-format on
 
@@ -182,6 +212,22 @@ std::span<const EnumName<Transforms::InterpolationMode>> EnumNames<Transforms::I
 template <>
 std::span<const EnumName<Transforms::ResizeMode>> EnumNames<Transforms::ResizeMode>() {
     return ResizeModeNames;
+}
+template <>
+std::span<const EnumName<Codecs::ActionType>> EnumNames<Codecs::ActionType>() {
+    return ActionTypeNames;
+}
+template <>
+std::span<const EnumName<Codecs::CompressionType>> EnumNames<Codecs::CompressionType>() {
+    return CompressionTypeNames;
+}
+template <>
+std::span<const EnumName<Codecs::DisposalMethod>> EnumNames<Codecs::DisposalMethod>() {
+    return DisposalMethodNames;
+}
+template <>
+std::span<const EnumName<Codecs::LoadingMode>> EnumNames<Codecs::LoadingMode>() {
+    return LoadingModeNames;
 }
 
 } // namespace Corvane::Rasterloom

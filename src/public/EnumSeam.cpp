@@ -1,7 +1,12 @@
 // Enumerations that both layers have cross the seam by a cast, so their values must be equal.
 
 #include "Common/PixelFormat.h"
+#include "metadata/FileFormat.h"
+#include "metadata/MetaDataTypes.h"
 
+#include <Corvane/Rasterloom/Codecs/CompressionType.h>
+#include <Corvane/Rasterloom/Codecs/DisposalMethod.h>
+#include <Corvane/Rasterloom/Codecs/FormatManager.h>
 #include <Corvane/Rasterloom/PixelFormat.h>
 
 #include <type_traits>
@@ -50,6 +55,53 @@ RASTERLOOM_SAME(ColorChannel, Magenta);
 RASTERLOOM_SAME(ColorChannel, Cyan);
 RASTERLOOM_SAME(ColorChannel, Gray);
 
+#define RASTERLOOM_SAME_CODE(Enum, EngineEnum, Name)                                                                   \
+    static_assert(static_cast<std::underlying_type_t<Public::Codecs::Enum>>(Public::Codecs::Enum::Name) ==             \
+                  static_cast<std::underlying_type_t<ImagingFramework::EngineEnum>>(                                   \
+                      ImagingFramework::EngineEnum::Name))
+
+RASTERLOOM_SAME_CODE(CompressionType, FrameCompressionType, Unknown);
+RASTERLOOM_SAME_CODE(CompressionType, FrameCompressionType, None);
+RASTERLOOM_SAME_CODE(CompressionType, FrameCompressionType, Rle);
+RASTERLOOM_SAME_CODE(CompressionType, FrameCompressionType, Jpeg);
+RASTERLOOM_SAME_CODE(CompressionType, FrameCompressionType, Zip);
+RASTERLOOM_SAME_CODE(CompressionType, FrameCompressionType, CcittRle);
+RASTERLOOM_SAME_CODE(CompressionType, FrameCompressionType, Ccitt3);
+RASTERLOOM_SAME_CODE(CompressionType, FrameCompressionType, Ccitt4);
+RASTERLOOM_SAME_CODE(CompressionType, FrameCompressionType, Lzw);
+RASTERLOOM_SAME_CODE(CompressionType, FrameCompressionType, WaveletLossy);
+RASTERLOOM_SAME_CODE(CompressionType, FrameCompressionType, WaveletLossless);
+
+RASTERLOOM_SAME_CODE(DisposalMethod, FrameDisposalMethod, None);
+RASTERLOOM_SAME_CODE(DisposalMethod, FrameDisposalMethod, Leave);
+RASTERLOOM_SAME_CODE(DisposalMethod, FrameDisposalMethod, Background);
+RASTERLOOM_SAME_CODE(DisposalMethod, FrameDisposalMethod, Previous);
+
+#define RASTERLOOM_SAME_MEDIA(Name)                                                                                    \
+    static_assert(Public::Codecs::FormatManager::Name##Format ==                                                       \
+                  static_cast<std::int64_t>(ImagingFramework::FileFormat::Name))
+
+RASTERLOOM_SAME_MEDIA(UnknownBeforeOpen);
+RASTERLOOM_SAME_MEDIA(Unknown);
+RASTERLOOM_SAME_MEDIA(Jpeg);
+RASTERLOOM_SAME_MEDIA(Bmp);
+RASTERLOOM_SAME_MEDIA(Png);
+RASTERLOOM_SAME_MEDIA(Tiff);
+RASTERLOOM_SAME_MEDIA(Pcx);
+RASTERLOOM_SAME_MEDIA(Wbmp);
+RASTERLOOM_SAME_MEDIA(Gif);
+RASTERLOOM_SAME_MEDIA(Psd);
+RASTERLOOM_SAME_MEDIA(Pdf);
+RASTERLOOM_SAME_MEDIA(Swf);
+RASTERLOOM_SAME_MEDIA(Jpeg2k);
+RASTERLOOM_SAME_MEDIA(Avi);
+RASTERLOOM_SAME_MEDIA(QuickTime);
+RASTERLOOM_SAME_MEDIA(Asf);
+RASTERLOOM_SAME_MEDIA(Mp3);
+RASTERLOOM_SAME_MEDIA(Mpeg);
+
 #undef RASTERLOOM_SAME
+#undef RASTERLOOM_SAME_CODE
+#undef RASTERLOOM_SAME_MEDIA
 
 } // namespace

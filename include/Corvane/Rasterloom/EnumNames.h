@@ -5,6 +5,10 @@
 #include <Corvane/Rasterloom/BitmapChange.h>
 #include <Corvane/Rasterloom/ColorPaletteType.h>
 #include <Corvane/Rasterloom/DitheringType.h>
+#include <Corvane/Rasterloom/Codecs/ActionType.h>
+#include <Corvane/Rasterloom/Codecs/CompressionType.h>
+#include <Corvane/Rasterloom/Codecs/DisposalMethod.h>
+#include <Corvane/Rasterloom/Codecs/LoadingMode.h>
 #include <Corvane/Rasterloom/PixelFormat.h>
 #include <Corvane/Rasterloom/SynchronizationMode.h>
 #include <Corvane/Rasterloom/ThreadPriority.h>
@@ -54,6 +58,14 @@ template <>
 RASTERLOOM_API std::span<const EnumName<Transforms::InterpolationMode>> EnumNames<Transforms::InterpolationMode>();
 template <>
 RASTERLOOM_API std::span<const EnumName<Transforms::ResizeMode>> EnumNames<Transforms::ResizeMode>();
+template <>
+RASTERLOOM_API std::span<const EnumName<Codecs::ActionType>> EnumNames<Codecs::ActionType>();
+template <>
+RASTERLOOM_API std::span<const EnumName<Codecs::CompressionType>> EnumNames<Codecs::CompressionType>();
+template <>
+RASTERLOOM_API std::span<const EnumName<Codecs::DisposalMethod>> EnumNames<Codecs::DisposalMethod>();
+template <>
+RASTERLOOM_API std::span<const EnumName<Codecs::LoadingMode>> EnumNames<Codecs::LoadingMode>();
 
 /// The proper name of a value; empty for a value without one.
 template <class E>

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <Corvane/Rasterloom/Codecs/IFormatInfo.h>
+#include <Corvane/Rasterloom/Codecs/IFrame.h>
+#include <Corvane/Rasterloom/Host/Stream.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+
+namespace Corvane::Rasterloom::Codecs {
+
+class EncoderOptions;
+
+/// Writes frames to files of one format.
+class RASTERLOOM_API IFormatWriter : public IFormatInfo {
+public:
+    /// As for readers.
+    virtual std::int32_t get_CodecPriority() = 0;
+    virtual bool get_Opened() = 0;
+    virtual std::int64_t get_MediaFormat() = 0;
+    /// Closes what was open and begins a new file. A stream that cannot seek gets everything at once in `Close`. A file is
+    /// replaced in `Close`, and only when a frame was completed. Fails with `Host::ArgumentNullException` ("stream",
+    /// "fileName").
+    virtual void Open(const std::shared_ptr<Host::Stream>& stream) = 0;
+    virtual void Open(const std::filesystem::path& fileName) = 0;
+    /// Ends the file and tells the failures of that; the writer is closed in any case.
+    virtual void Close() = 0;
+    /// Writes the image of the frame, converted to the closest format that the file can hold. The frame may be one of a
+    /// reader. Fails with `Host::ArgumentNullException` ("frame"), `ObjectNotOpenedException` ("writer"),
+    /// `BitmapEmptyException`, `MultiFrameException`; the writer stays open.
+    virtual void AddFrame(IFrame* frame) = 0;
+    /// Null fails with `Host::ArgumentNullException` ("options").
+    virtual void ImportEncoderOptions(const EncoderOptions* options) = 0;
+    virtual void ExportEncoderOptions(EncoderOptions* options) = 0;
+    virtual std::unique_ptr<EncoderOptions> ExportEncoderOptions() = 0;
+    /// A new frame of the format, to be filled and added.
+    virtual std::unique_ptr<IFrame> GetEmptyFrame() = 0;
+    /// A closed writer of the same class.
+    virtual std::unique_ptr<IFormatWriter> Clone() = 0;
+};
+
+} // namespace Corvane::Rasterloom::Codecs

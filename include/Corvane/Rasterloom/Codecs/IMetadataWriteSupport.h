@@ -1,0 +1,28 @@
+#pragma once
+
+#include <Corvane/Rasterloom/Api.h>
+
+#include <memory>
+
+namespace Corvane::Rasterloom::Codecs {
+
+class AdobeResourceDictionary;
+class ExifDictionary;
+class IptcDictionary;
+class XmpData;
+
+/// What a writer, and its options, offer whose format can hold metadata blocks. A null block is not written.
+class RASTERLOOM_API IMetadataWriteSupport {
+public:
+    virtual ~IMetadataWriteSupport();
+    virtual std::shared_ptr<ExifDictionary> get_Exif() = 0;
+    virtual void set_Exif(std::shared_ptr<ExifDictionary> value) = 0;
+    virtual std::shared_ptr<IptcDictionary> get_Iptc() = 0;
+    virtual void set_Iptc(std::shared_ptr<IptcDictionary> value) = 0;
+    virtual std::shared_ptr<XmpData> get_Xmp() = 0;
+    virtual void set_Xmp(std::shared_ptr<XmpData> value) = 0;
+    virtual std::shared_ptr<AdobeResourceDictionary> get_AdobeResources() = 0;
+    virtual void set_AdobeResources(std::shared_ptr<AdobeResourceDictionary> value) = 0;
+};
+
+} // namespace Corvane::Rasterloom::Codecs

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "Common/BitmapData.h"
+
+#include <cstdint>
+#include <memory>
+
+namespace Corvane::Rasterloom::Codecs {
+
+/// A reduced copy of a raster that is there as a whole: fits into the box (0 is a free side, never both), keeps the
+/// proportions, never enlarges, and is never indexed. Raises public failures.
+std::unique_ptr<ImagingFramework::BitmapData> MakeThumbnail(const ImagingFramework::BitmapData& source,
+                                                            std::int32_t width, std::int32_t height);
+
+} // namespace Corvane::Rasterloom::Codecs
