@@ -322,6 +322,8 @@ engine::BitmapData& Bitmap::get__InternalBitmapData() {
 
 engine::BitmapData& Bitmap::get__InternalBitmapDataUnsafe() noexcept { return *m_pImpl->m_pInternalBitmapData; }
 
+const std::shared_ptr<BitmapLink>& Bitmap::get__Link() const noexcept { return m_pImpl->m_pLink; }
+
 void Bitmap::_Clear(const Color& color) {
     CheckNotDisposed();
     if (color.IsNull()) {

@@ -23,6 +23,7 @@ class BitmapData;
 namespace Corvane::Rasterloom {
 
 class BitmapData;
+class BitmapLink;
 class ColorPalette;
 class SyncHandler;
 class TransformsProvider;
@@ -206,6 +207,8 @@ public:
     /// The raster with no checks, for those who hold the view.
     ImagingFramework::BitmapData& get__InternalBitmapDataUnsafe() noexcept;
     void ThrowIfEmpty(const char* name = nullptr) const;
+    /// How other objects that may outlive the bitmap find it.
+    const std::shared_ptr<BitmapLink>& get__Link() const noexcept;
     /// Called by a view at its end.
     void _ForgetView() noexcept;
     void _RaiseChangingEvent(BitmapChange change);

@@ -1,6 +1,7 @@
 #include <Corvane/Rasterloom/Codecs/CustomFormatReader.h>
 
 #include "FrameImpl.h"
+#include "metadata/MetaData.h"
 
 #include <Corvane/Rasterloom/Exceptions.h>
 #include <Corvane/Rasterloom/Host/FileStream.h>

@@ -3,6 +3,7 @@
 #include "CallEngine.h"
 #include "Common/BitmapData.h"
 #include "EngineFileStream.h"
+#include "metadata/MetaData.h"
 
 #include <Corvane/Rasterloom/Bitmap.h>
 

@@ -3,7 +3,7 @@
 #include "CallOverStream.h"
 #include "FrameImpl.h"
 #include "ObjectGuard.h"
-#include "metadata/MimeTypes.h"
+#include "Vocabulary.h"
 #include "metadata/RecognizeMediaFormat.h"
 
 #include <Corvane/Rasterloom/Exceptions.h>
@@ -38,15 +38,6 @@ void FormatReader::CheckNotDisposed() const {
 }
 
 // --- Format
-
-namespace {
-
-template <class Lookup>
-std::string ReadVocabulary(std::int64_t mediaFormat, Lookup lookup) {
-    return CallEngine([&]() -> std::string { return lookup(static_cast<engine::FileFormat>(mediaFormat)); });
-}
-
-} // namespace
 
 std::string FormatReader::get_DefaultExtension() {
     return ReadVocabulary(get_MediaFormat(), engine::MimeTypes::GetDefaultExtensionRef);

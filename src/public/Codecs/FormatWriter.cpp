@@ -6,9 +6,9 @@
 #include "InternalEvents.h"
 #include "ObjectGuard.h"
 #include "Validator.h"
+#include "Vocabulary.h"
 #include "colorconversion/ColorSpaceManager.h"
 #include "metadata/MetaData.h"
-#include "metadata/MimeTypes.h"
 
 #include <Corvane/Rasterloom/Codecs/EncoderOptions.h>
 #include <Corvane/Rasterloom/Codecs/FormatReader.h>
@@ -146,15 +146,6 @@ void FormatWriter::CheckNotDisposed() const {
 }
 
 // --- Format
-
-namespace {
-
-template <class Lookup>
-std::string ReadVocabulary(std::int64_t mediaFormat, Lookup lookup) {
-    return CallEngine([&]() -> std::string { return lookup(static_cast<engine::FileFormat>(mediaFormat)); });
-}
-
-} // namespace
 
 std::string FormatWriter::get_DefaultExtension() {
     return ReadVocabulary(get_MediaFormat(), engine::MimeTypes::GetDefaultExtensionRef);

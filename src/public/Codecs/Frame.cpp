@@ -95,7 +95,7 @@ std::string Frame::get_Name() {
 }
 
 void Frame::set_Name(const std::string& value) {
-    Locked(*this, [&](Impl& impl) { impl.m_name.Set(value); });
+    Locked(*this, [&](Impl& impl) { impl.m_cells.Name.Set(value); });
 }
 
 std::int32_t Frame::get_Width() {

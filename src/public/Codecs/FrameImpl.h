@@ -39,12 +39,6 @@ struct Frame::Impl {
         }
     };
 
-    /// Makes the frame one of `reader`, with nothing loaded.
-    void Bind(FormatReader& reader);
-    void SetImageProperties(const ImagingFramework::BitmapData& raster);
-    template <class T>
-    const T& Read(Frame& frame, Cell<T> Cells::*pCell, FrameProperty property);
-
     struct Cells {
         Cell<std::string> Name;
         Cell<std::int32_t> Width;
@@ -68,6 +62,12 @@ struct Frame::Impl {
             body(Top, other.Top);
         }
     };
+
+    /// Makes the frame one of `reader`, with nothing loaded.
+    void Bind(FormatReader& reader);
+    void SetImageProperties(const ImagingFramework::BitmapData& raster);
+    template <class T>
+    const T& Read(Frame& frame, Cell<T> Cells::*pCell, FrameProperty property);
 
     std::int32_t m_intIndex = 0;
     Cells m_cells;
