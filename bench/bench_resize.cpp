@@ -1,6 +1,7 @@
 // Resizing, one family after the other, beside OpenCV where it is installed and beside a naive loop. The ratios that count
 // are those between lines of one run.
 
+#include "Common/EngineModule.h"
 #include "transforms/ResizeTransform.h"
 
 #include <benchmark/benchmark.h>
@@ -68,7 +69,7 @@ void RunResize(benchmark::State& state, const Shape& shape, const Format& format
     transform.SetWidth(shape.ToWidth);
     transform.SetHeight(shape.ToHeight);
     transform.SetInterpolationMode(mode);
-    transform.SetParallel(parallel);
+    SetOmpSupport(parallel ? 1 : 0);
     for (auto _ : state) {
         std::unique_ptr<BitmapData> result;
         transform.ApplyTransform(&source, nullptr, result);
@@ -165,6 +166,7 @@ void RegisterAll() {
 } // namespace
 
 int main(int argc, char** argv) {
+    Initialize();
     RegisterAll();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();

@@ -1,11 +1,11 @@
 #include "transforms/ResizeTransform.h"
 
+#include "Common/EngineModule.h"
 #include "transforms/FormatSets.h"
 #include "transforms/RegionCopy.h"
 #include "transforms/resize/Resamplers.h"
 
 #include <limits>
-#include <thread>
 
 namespace ImagingFramework {
 
@@ -25,8 +25,6 @@ PixelFormat PaletteFormat(const BitmapData& source) {
 }
 
 } // namespace
-
-ResizeTransform::ResizeTransform() : m_uintProcessorCount(std::thread::hardware_concurrency()) {}
 
 void ResizeTransform::SetWidth(std::uint32_t width) {
     if (width == 0) {
@@ -143,6 +141,13 @@ void ResizeTransform::CopySource(const RegionRect& output) {
     UpdateEvents(1);
 }
 
+std::uint32_t ResizeTransform::ThreadCount() const {
+    if (GetOmpSupport() == 0) {
+        return 1;
+    }
+    return m_uintProcessorCount != 0 ? m_uintProcessorCount : static_cast<std::uint32_t>(GetProcessorCount());
+}
+
 void ResizeTransform::Resample(InterpolationMode mode, const RegionRect& output) {
     const auto width = static_cast<std::uint32_t>(output.Right - output.Left + 1);
     const auto height = static_cast<std::uint32_t>(output.Bottom - output.Top + 1);
@@ -151,8 +156,7 @@ void ResizeTransform::Resample(InterpolationMode mode, const RegionRect& output)
     }
     const PixelFormat format = mode == InterpolationMode::ScaleToGray ? PaletteFormat(*m_pSource) : m_enSourceFormat;
     InitializeDestination(true, width, height, format);
-    const bool parallel = m_bParallel && m_uintProcessorCount > 1;
-    RowTeam team(*this, [this](std::uint64_t steps) { PrepareProgress(steps); }, parallel ? m_uintProcessorCount : 1);
+    RowTeam team(*this, [this](std::uint64_t steps) { PrepareProgress(steps); }, ThreadCount());
     const ResizeJob job{*m_pSource,
                         *m_pDestination,
                         m_uintNewWidth,

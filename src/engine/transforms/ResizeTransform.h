@@ -15,8 +15,6 @@ namespace ImagingFramework {
 /// copied. Sizes that no raster can have fail with `OverflowException`.
 class ResizeTransform final : public Transform {
 public:
-    ResizeTransform();
-
     /// In pixels; 0 fails with `ArgumentOutOfRangeException`.
     void SetWidth(std::uint32_t width);
     void SetHeight(std::uint32_t height);
@@ -30,9 +28,8 @@ public:
     /// The same without a copy; null clears.
     void SetCropRectangleRef(const RegionRect* pRectangle);
 
-    /// Allows row-parallel loops where the family has them and `processorCount` is above 1. Off at first. Results are equal.
-    void SetParallel(bool parallel) noexcept { m_bParallel = parallel; }
-    /// Processors of the machine unless set.
+    /// Threads of the row-parallel loops, which run when `GetOmpSupport` allows them and this is above 1; 0, the value at
+    /// first, means the processors of the machine. Results are equal.
     void SetProcessorCount(std::uint32_t count) noexcept { m_uintProcessorCount = count; }
 
 protected:
@@ -48,6 +45,7 @@ private:
     void CheckMode(InterpolationMode mode) const;
     void CheckModeOfFormat(InterpolationMode mode) const;
     void CopySource(const RegionRect& output);
+    std::uint32_t ThreadCount() const;
     void Resample(InterpolationMode mode, const RegionRect& output);
 
     std::uint32_t m_uintNewWidth = 0;
@@ -55,8 +53,7 @@ private:
     InterpolationMode m_enInterpolationMode = InterpolationMode::MediumQuality;
     const RegionRect* m_pCropRectangle = nullptr;
     std::unique_ptr<const RegionRect> m_pOwnedCropRectangle;
-    bool m_bParallel = false;
-    std::uint32_t m_uintProcessorCount;
+    std::uint32_t m_uintProcessorCount = 0;
 };
 
 } // namespace ImagingFramework

@@ -1,5 +1,6 @@
 #include "transforms/ResizeTransform.h"
 
+#include "Common/EngineModule.h"
 #include "EventsProbe.h"
 #include "ResizeReference.h"
 
@@ -496,6 +497,12 @@ TEST(ResizeTransform, TimeLimitsEndTheRun) {
     }
 }
 
+/// Allows the row-parallel loops while it lives.
+struct ParallelLoops {
+    ParallelLoops() { SetOmpSupport(1); }
+    ~ParallelLoops() { SetOmpSupport(0); }
+};
+
 TEST(ResizeTransform, ThreadingGivesEqualResultsAndFullProgress) {
     for (const PixelFormat format : {PixelFormat::Format24bppRgb, PixelFormat::Format64bppArgb}) {
         const BitmapData source = NoiseRaster(70, 300, format, 13);
@@ -506,10 +513,12 @@ TEST(ResizeTransform, ThreadingGivesEqualResultsAndFullProgress) {
             transform.SetWidth(33);
             transform.SetHeight(210);
             transform.SetInterpolationMode(mode);
-            transform.SetParallel(true);
             transform.SetProcessorCount(4);
             std::unique_ptr<BitmapData> result;
-            transform.ApplyTransform(&source, nullptr, result);
+            {
+                const ParallelLoops parallel;
+                transform.ApplyTransform(&source, nullptr, result);
+            }
             EXPECT_TRUE(SamePixels(*result, *Resize(source, 33, 210, mode))) << static_cast<int>(mode);
             EXPECT_EQ(events.Steps(), events.Announced());
         }
@@ -517,6 +526,7 @@ TEST(ResizeTransform, ThreadingGivesEqualResultsAndFullProgress) {
 }
 
 TEST(ResizeTransform, ThreadingStopsAllWorkersOnAbort) {
+    const ParallelLoops parallel;
     const BitmapData source = NoiseRaster(40, 400, PixelFormat::Format24bppRgb, 14);
     for (const InterpolationMode mode : {Lanczos3Filter, Bilinear, Anisotropic4, Anisotropic9}) {
         EventsProbe events(0);
@@ -525,7 +535,6 @@ TEST(ResizeTransform, ThreadingStopsAllWorkersOnAbort) {
         transform.SetWidth(20);
         transform.SetHeight(300);
         transform.SetInterpolationMode(mode);
-        transform.SetParallel(true);
         transform.SetProcessorCount(4);
         std::unique_ptr<BitmapData> result;
         EXPECT_THROW(transform.ApplyTransform(&source, nullptr, result), AbortedException);

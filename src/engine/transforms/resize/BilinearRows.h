@@ -37,10 +37,10 @@ inline std::uint32_t Blend(std::uint32_t first, std::uint32_t second, std::uint3
     return (first * (65536U - weight) + second * weight) >> 16;
 }
 
-/// The horizontal half, samples without alpha weighting.
+/// The horizontal half, samples without alpha weighting, from pixel `begin` on, which goes to the start of `row`.
 template <class Sample, int Samples>
-void BlendColumns(const Sample* source, Sample* row, const BilinearColumns& columns) {
-    for (std::size_t x = 0; x < columns.First.size(); ++x) {
+void BlendColumns(const Sample* source, Sample* row, const BilinearColumns& columns, std::size_t begin = 0) {
+    for (std::size_t x = begin; x < columns.First.size(); ++x) {
         const Sample* const first = source + columns.First[x];
         const Sample* const second = source + columns.Second[x];
         const std::uint32_t weight = columns.Weight[x];
@@ -59,6 +59,24 @@ void BlendRows(const Sample* top, const Sample* bottom, Sample* row, std::size_t
     }
 }
 
+/// Quotients of several sums by one weight, truncated, for quotients of up to 16 bits. For 8-bit samples the sums have 32
+/// bits: with half a unit added no product by the inverse comes near an integer, so the truncation is exact.
+template <class Wide> class SharedDivisor {
+public:
+    explicit SharedDivisor(Wide divisor) : m_divisor(divisor), m_inverse(1.0 / static_cast<double>(divisor)) {}
+    Wide Divide(Wide sum) const {
+        if constexpr (sizeof(Wide) == 4) {
+            return static_cast<Wide>(static_cast<std::int32_t>((static_cast<double>(sum) + 0.5) * m_inverse));
+        } else {
+            return sum / m_divisor;
+        }
+    }
+
+private:
+    Wide m_divisor;
+    double m_inverse;
+};
+
 /// The horizontal half with alpha: the reduced alpha, and colours weighted by alpha. Where the unreduced alpha is 0 the
 /// colours are 0 and will have no weight.
 template <class Layout>
@@ -72,8 +90,9 @@ void BlendColumnsWithAlpha(const typename Layout::Sample* source, typename Layou
         const Wide firstWeight = Wide{first[Layout::Colors]} * (65536U - columns.Weight[x]);
         const Wide secondWeight = Wide{second[Layout::Colors]} * columns.Weight[x];
         const Wide alpha = firstWeight + secondWeight;
+        const SharedDivisor<Wide> divisor(alpha != 0 ? alpha : 1); // both weights are 0 then, and so are the sums
         for (int c = 0; c < Layout::Colors; ++c) {
-            row[c] = static_cast<Sample>(alpha != 0 ? (first[c] * firstWeight + second[c] * secondWeight) / alpha : 0);
+            row[c] = static_cast<Sample>(divisor.Divide(first[c] * firstWeight + second[c] * secondWeight));
         }
         row[Layout::Colors] = static_cast<Sample>(alpha >> 16);
         row += Layout::Samples;
@@ -91,9 +110,11 @@ void BlendRowsWithAlpha(const typename Layout::Sample* top, const typename Layou
         const Wide bottomWeight = Wide{bottom[Layout::Colors]} * weight;
         const Wide alpha = topWeight + bottomWeight;
         row[Layout::Colors] = static_cast<Sample>(alpha >> 16);
+        const bool visible = (alpha >> 16) != 0;
+        const SharedDivisor<Wide> divisor(visible ? alpha : 1);
         for (int c = 0; c < Layout::Colors; ++c) {
-            const bool visible = (alpha >> 16) != 0;
-            row[c] = static_cast<Sample>(visible ? (top[c] * topWeight + bottom[c] * bottomWeight) / alpha : 0);
+            const Wide sum = top[c] * topWeight + bottom[c] * bottomWeight;
+            row[c] = static_cast<Sample>(divisor.Divide(visible ? sum : 0));
         }
         top += Layout::Samples;
         bottom += Layout::Samples;

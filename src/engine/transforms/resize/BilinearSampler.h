@@ -1,7 +1,7 @@
 #pragma once
 
 #include "MemoryManagement/MemPtr.h"
-#include "transforms/resize/BilinearRows.h"
+#include "transforms/resize/BilinearVector.h"
 #include "transforms/resize/Resamplers.h"
 
 #include <utility>
@@ -11,9 +11,10 @@ namespace ImagingFramework {
 /// What all rows of a bilinear loop share.
 struct BilinearTables {
     BilinearTables(std::uint32_t sourceWidth, std::uint32_t sourceHeight, const ResizeJob& job, std::uint32_t samples)
-        : AxisY(sourceHeight, job.NewHeight), CropTop(job.CropTop), Width(job.Destination.GetWidth()),
+        : RowSamples(std::size_t{sourceWidth} * samples), AxisY(sourceHeight, job.NewHeight), CropTop(job.CropTop), Width(job.Destination.GetWidth()),
           Columns(BilinearInitialize(FixedAxis(sourceWidth, job.NewWidth), job.CropLeft, Width, samples)) {}
 
+    std::size_t RowSamples; ///< of a source row
     FixedAxis AxisY;
     std::uint32_t CropTop;
     std::size_t Width;
@@ -43,6 +44,8 @@ public:
         const Sample* const bottom = weight == 0 ? top : BlendedRow(second, first, sourceRow);
         if constexpr (Layout::Alpha) {
             BlendRowsWithAlpha<Layout>(top, bottom, row, m_tables.Width, weight);
+        } else if constexpr (sizeof(Sample) == 1) {
+            BlendByteRows(top, bottom, row, m_tables.Width * Layout::Samples, weight);
         } else {
             BlendRows<Sample>(top, bottom, row, m_tables.Width * Layout::Samples, weight);
         }
@@ -65,6 +68,8 @@ private:
         row.Index = index;
         if constexpr (Layout::Alpha) {
             BlendColumnsWithAlpha<Layout>(sourceRow(index), row.Samples.Get(), m_tables.Columns);
+        } else if constexpr (sizeof(Sample) == 1) {
+            BlendByteColumns(sourceRow(index), m_tables.RowSamples, row.Samples.Get(), m_tables.Columns, Layout::Samples);
         } else {
             BlendColumns<Sample, Layout::Samples>(sourceRow(index), row.Samples.Get(), m_tables.Columns);
         }

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "transforms/resize/BilinearRows.h"
+
+#include <cstddef>
+#include <cstdint>
+
+namespace ImagingFramework {
+
+/// `BlendRows` of 8-bit samples in vectors; equal results.
+void BlendByteRows(const std::uint8_t* top, const std::uint8_t* bottom, std::uint8_t* row, std::size_t samples,
+                   std::uint32_t weight);
+
+/// `BlendColumns` of pixels of 1, 3 or 4 8-bit samples in vectors; equal results. `rowBytes` is what may be read of `source`.
+void BlendByteColumns(const std::uint8_t* source, std::size_t rowBytes, std::uint8_t* row, const BilinearColumns& columns,
+                      int samples);
+
+} // namespace ImagingFramework
