@@ -1,5 +1,5 @@
-// Loads the input as a BMP file, once plainly and once into a thumbnail of each kind. Engine failures are answers; anything
-// else is a finding.
+// Loads the input as a BMP file, once plainly and once into a thumbnail of each kind. Engine failures are answers;
+// anything else is a finding.
 
 #include "metadata/Bmp/BitmapMetaData.h"
 #include "metadata/Streams/MemoryStream.h"
@@ -29,8 +29,8 @@ void Load(const std::vector<std::uint8_t>& file, ItemTag tag) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t size) {
     const std::vector<std::uint8_t> file(pData, pData + size);
     Load(file, ItemTag(MetaDataId::FrameBitmap));
-    for (const InterpolationMode mode : {InterpolationMode::NearestNeighbour, InterpolationMode::Anisotropic9,
-                                         InterpolationMode::Lanczos3Filter}) {
+    for (const InterpolationMode mode :
+         {InterpolationMode::NearestNeighbour, InterpolationMode::Anisotropic9, InterpolationMode::Lanczos3Filter}) {
         ItemTag tag(MetaDataId::FrameThumbnail);
         tag.SetThumbnailWidth(5);
         tag.SetThumbnailHeight(5);

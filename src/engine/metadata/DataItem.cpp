@@ -85,9 +85,13 @@ DataItem& DataItem::operator=(std::int32_t value) noexcept {
     return SetInteger(static_cast<std::uint32_t>(value), DataType::Int32);
 }
 
-DataItem& DataItem::operator=(std::uint32_t value) noexcept { return SetInteger(value, DataType::UInt32); }
+DataItem& DataItem::operator=(std::uint32_t value) noexcept {
+    return SetInteger(value, DataType::UInt32);
+}
 
-DataItem& DataItem::operator=(PixelFormat value) noexcept { return SetInteger(ToWord(value), DataType::PixelFormat); }
+DataItem& DataItem::operator=(PixelFormat value) noexcept {
+    return SetInteger(ToWord(value), DataType::PixelFormat);
+}
 
 DataItem& DataItem::operator=(FileFormat value) noexcept {
     return SetInteger(static_cast<std::uint64_t>(value), DataType::MediaFormat);
@@ -166,9 +170,13 @@ void DataItem::SetMemory(void* pMemory) noexcept {
 
 // --- Reading
 
-DataItem::operator std::int32_t() const { return static_cast<std::int32_t>(IntegerBits()); }
+DataItem::operator std::int32_t() const {
+    return static_cast<std::int32_t>(IntegerBits());
+}
 
-DataItem::operator std::uint32_t() const { return IntegerBits(); }
+DataItem::operator std::uint32_t() const {
+    return IntegerBits();
+}
 
 DataItem::operator float() const {
     switch (m_type) {
@@ -240,7 +248,9 @@ DataItem::operator BitmapData*() const {
     return m_value.Bitmap;
 }
 
-DataItem::operator BitmapData&() const { return Dereference(static_cast<BitmapData*>(*this)); }
+DataItem::operator BitmapData&() const {
+    return Dereference(static_cast<BitmapData*>(*this));
+}
 
 DataItem::operator ColorMap*() const {
     RequireType(DataType::ColorMap);
@@ -252,7 +262,9 @@ DataItem::operator std::string*() const {
     return m_value.Text;
 }
 
-DataItem::operator std::string&() const { return Dereference(static_cast<std::string*>(*this)); }
+DataItem::operator std::string&() const {
+    return Dereference(static_cast<std::string*>(*this));
+}
 
 DataItem::operator std::vector<std::uint8_t>*() const {
     RequireType(DataType::Bytes);

@@ -38,8 +38,8 @@ enum class DataType : std::uint32_t {
     TiffExtraChannels = 0x10000019,
 };
 
-/// Base of the larger objects that travel in a `DataItem`. Each class has a static member `ItemType`, the code it travels
-/// under; classes that share a code are told apart by their type.
+/// Base of the larger objects that travel in a `DataItem`. Each class has a static member `ItemType`, the code it
+/// travels under; classes that share a code are told apart by their type.
 class IDataItemObject {
 public:
     virtual ~IDataItemObject() = default;
@@ -61,20 +61,19 @@ public:
 /// The raster of each extra channel and what it holds; the rasters are not owned by the list.
 using TiffExtraChannelList = std::vector<std::pair<BitmapData*, TiffChannelType>>;
 
-/// A small value with its type. It owns nothing: whoever receives a pointer value from `GetItem` owns it, and frees it with
-/// `FreePointerValue` or takes it over.
+/// A small value with its type. It owns nothing: whoever receives a pointer value from `GetItem` owns it, and frees it
+/// with `FreePointerValue` or takes it over.
 ///
-/// Reading fails with `NotInitializedException` when the item is empty and with `InvalidTypeCastException` when the type
-/// does not fit. All integer kinds (`Int32`, `UInt32`, `PixelFormat`, `MediaFormat`, `FrameCompressionType`,
-/// `Jpeg2kProgressionOrder`) read as signed and unsigned integers with their low 32 bits unchanged, and as floating point
-/// with these bits taken as unsigned. A rational with divider 0 reads as its dividend. A reference to a null pointer fails
-/// with `NotInitializedException`.
+/// Reading fails with `NotInitializedException` when the item is empty and with `InvalidTypeCastException` when the
+/// type does not fit. All integer kinds (`Int32`, `UInt32`, `PixelFormat`, `MediaFormat`, `FrameCompressionType`,
+/// `Jpeg2kProgressionOrder`) read as signed and unsigned integers with their low 32 bits unchanged, and as floating
+/// point with these bits taken as unsigned. A rational with divider 0 reads as its dividend. A reference to a null
+/// pointer fails with `NotInitializedException`.
 class DataItem {
 public:
     DataItem() noexcept = default;
     template <class T>
-        requires(!std::derived_from<std::remove_cvref_t<T>, DataItem>)
-    explicit DataItem(T&& value) {
+    requires(!std::derived_from<std::remove_cvref_t<T>, DataItem>) explicit DataItem(T&& value) {
         *this = std::forward<T>(value);
     }
     DataItem(const DataItem&) = default;
@@ -107,7 +106,8 @@ public:
     DataItem& operator=(std::string* pValue) noexcept;
     DataItem& operator=(std::vector<std::uint8_t>* pValue) noexcept;
     DataItem& operator=(TiffExtraChannelList* pValue) noexcept;
-    template <DataItemObject T> DataItem& operator=(T* pValue) noexcept {
+    template <DataItemObject T>
+    DataItem& operator=(T* pValue) noexcept {
         m_value.Object = pValue;
         m_type = T::ItemType;
         return *this;
@@ -134,7 +134,8 @@ public:
     explicit operator std::vector<std::uint8_t>*() const;
     explicit operator std::vector<std::uint8_t>&() const;
     explicit operator TiffExtraChannelList*() const;
-    template <DataItemObject T> explicit operator T*() const {
+    template <DataItemObject T>
+    explicit operator T*() const {
         RequireType(T::ItemType);
         T* const pObject = dynamic_cast<T*>(m_value.Object);
         if (pObject == nullptr && m_value.Object != nullptr) {
@@ -142,7 +143,10 @@ public:
         }
         return pObject;
     }
-    template <DataItemObject T> explicit operator T&() const { return Dereference(static_cast<T*>(*this)); }
+    template <DataItemObject T>
+    explicit operator T&() const {
+        return Dereference(static_cast<T*>(*this));
+    }
 
 private:
     union Value {
@@ -165,7 +169,8 @@ private:
     bool IsIntegerKind() const noexcept;
     std::uint32_t IntegerBits() const;
     DataItem& SetInteger(std::uint64_t bits, DataType type) noexcept;
-    template <class T> static T& Dereference(T* pValue) {
+    template <class T>
+    static T& Dereference(T* pValue) {
         if (pValue == nullptr) {
             throw NotInitializedException("DataItem");
         }

@@ -8,7 +8,8 @@
 namespace ImagingFramework {
 
 /// A dictionary of values that have one or more entries per key. The order of the keys is that of the storage.
-template <class Key, class Value> class IDictionary {
+template <class Key, class Value>
+class IDictionary {
 public:
     virtual ~IDictionary() = default;
     /// Appends all values of the key; whether the key exists.

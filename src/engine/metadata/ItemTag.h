@@ -5,8 +5,8 @@
 
 namespace ImagingFramework {
 
-/// A value together with the item that it is of: the key and the carrier of every exchange with a `MetaData`. It is read
-/// and assigned like the value it carries.
+/// A value together with the item that it is of: the key and the carrier of every exchange with a `MetaData`. It is
+/// read and assigned like the value it carries.
 class ItemTag : public DataItem {
 public:
     /// Frame index of the file as a whole.

@@ -17,7 +17,8 @@ void MetaData::ResetFields() noexcept {
     m_verticalResolution = BitmapData::DefaultResolution;
 }
 
-template <class Refresh> void MetaData::AttachTo(std::shared_ptr<IStream> piStream, bool reading, Refresh refresh) {
+template <class Refresh>
+void MetaData::AttachTo(std::shared_ptr<IStream> piStream, bool reading, Refresh refresh) {
     if (piStream == nullptr) {
         throw ArgumentNullPointerException("piStream");
     }
@@ -159,7 +160,9 @@ void MetaData::GetItems(std::span<ItemTag> tags) {
     }
 }
 
-bool MetaData::SetItem(ItemTag&) { return false; }
+bool MetaData::SetItem(ItemTag&) {
+    return false;
+}
 
 void MetaData::SetItems(std::span<ItemTag> tags) {
     for (ItemTag& tag : tags) {

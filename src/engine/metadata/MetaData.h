@@ -14,29 +14,30 @@ namespace ImagingFramework {
 class FileStream;
 class IFrameDecoderImpl;
 
-/// One open file or stream of one format, in reading or in writing state; everything is asked of it and given to it by item
-/// tags. A concrete class combines this base with the frame decoder and the frame encoder of its format; events and pixel
-/// format support are one object for all of them. Belongs to one thread at a time.
+/// One open file or stream of one format, in reading or in writing state; everything is asked of it and given to it by
+/// item tags. A concrete class combines this base with the frame decoder and the frame encoder of its format; events
+/// and pixel format support are one object for all of them. Belongs to one thread at a time.
 class MetaData : public virtual IInternalEventsHostImpl, public virtual IFramePixelFormatSupport {
 public:
     ~MetaData() override = default;
     MetaData(const MetaData&) = delete;
     MetaData& operator=(const MetaData&) = delete;
 
-    /// Closes what was open, goes to the beginning of the stream and reads the headers; a failure closes again. Fails with
-    /// `ArgumentNullPointerException` ("piStream") on null, and with `MediaUnsupportedException` when the stream holds
-    /// something else.
+    /// Closes what was open, goes to the beginning of the stream and reads the headers; a failure closes again. Fails
+    /// with `ArgumentNullPointerException` ("piStream") on null, and with `MediaUnsupportedException` when the stream
+    /// holds something else.
     virtual void AttachToRead(std::shared_ptr<IStream> piStream);
     virtual void AttachToRead(const std::filesystem::path& strFileName);
-    /// Closes what was open and prepares the writer. The file form writes to a temporary file that replaces the target in
-    /// `Close` when at least one frame was completed.
+    /// Closes what was open and prepares the writer. The file form writes to a temporary file that replaces the target
+    /// in `Close` when at least one frame was completed.
     virtual void AttachToWrite(std::shared_ptr<IStream> piStream);
     virtual void AttachToWrite(const std::filesystem::path& strFileName);
     /// Ends the file and releases the stream. Writing reports its failures here; the state is closed in any case.
     virtual void Close();
     virtual bool IsInReadState() const { return m_piStream != nullptr && m_bReading; }
     virtual bool IsInWriteState() const { return m_piStream != nullptr && !m_bReading; }
-    /// Puts the value of the item into the tag; false when the item is not known. A pointer value belongs to the caller.
+    /// Puts the value of the item into the tag; false when the item is not known. A pointer value belongs to the
+    /// caller.
     virtual bool GetItem(ItemTag& tag);
     virtual void GetItems(std::span<ItemTag> tags);
     /// False, and nothing done, when the item cannot be set. The tag keeps its value and what it points to.
@@ -52,8 +53,8 @@ protected:
     virtual void RefreshWrite() = 0;
     /// Releases the frame parts of the format. The encoder ends its file here.
     virtual void DetachFrames() = 0;
-    /// Fails with `NotInitializedException` without a stream and with `ArgumentException` ("frame index") outside -1 to the
-    /// frame count - 1.
+    /// Fails with `NotInitializedException` without a stream and with `ArgumentException` ("frame index") outside -1 to
+    /// the frame count - 1.
     virtual void CheckRuntimeReadState(const ItemTag& tag) const;
     virtual void CheckRuntimeWriteState(const ItemTag& tag) const;
     /// The name that state failures show.
@@ -66,7 +67,8 @@ protected:
     void SetMediaFormat(FileFormat format) noexcept { m_mediaFormat = format; }
 
 private:
-    template <class Refresh> void AttachTo(std::shared_ptr<IStream> piStream, bool reading, Refresh refresh);
+    template <class Refresh>
+    void AttachTo(std::shared_ptr<IStream> piStream, bool reading, Refresh refresh);
     void ResetFields() noexcept;
     bool GetFirstFrameItem(ItemTag& tag) const;
 

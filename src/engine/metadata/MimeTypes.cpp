@@ -57,14 +57,24 @@ const FormatTexts& Find(FileFormat format) {
 
 } // namespace
 
-const std::string& MimeTypes::GetDefaultExtensionRef(FileFormat format) { return Find(format).Extension; }
+const std::string& MimeTypes::GetDefaultExtensionRef(FileFormat format) {
+    return Find(format).Extension;
+}
 
-const std::string& MimeTypes::GetFormatNameRef(FileFormat format) { return Find(format).Name; }
+const std::string& MimeTypes::GetFormatNameRef(FileFormat format) {
+    return Find(format).Name;
+}
 
-const std::string& MimeTypes::GetFormatDescriptionRef(FileFormat format) { return Find(format).Description; }
+const std::string& MimeTypes::GetFormatDescriptionRef(FileFormat format) {
+    return Find(format).Description;
+}
 
-const std::string& MimeTypes::GetFilterStringRef(FileFormat format) { return Find(format).Filter; }
+const std::string& MimeTypes::GetFilterStringRef(FileFormat format) {
+    return Find(format).Filter;
+}
 
-const std::string& MimeTypes::GetMimeTypeRef(FileFormat format) { return Find(format).Mime; }
+const std::string& MimeTypes::GetMimeTypeRef(FileFormat format) {
+    return Find(format).Mime;
+}
 
 } // namespace ImagingFramework

@@ -73,10 +73,10 @@ struct FormatProbe {
 
 /// The order decides: weak tests stand behind strong ones.
 constexpr FormatProbe Probes[] = {
-    {FileFormat::Jpeg, TryJpegFormat},     {FileFormat::Bmp, TryBmpFormat}, {FileFormat::Png, TryPngFormat},
-    {FileFormat::Tiff, TryTiffFormat},     {FileFormat::Pcx, TryPcxFormat}, {FileFormat::Wbmp, TryWbmpFormat},
-    {FileFormat::Gif, TryGifFormat},       {FileFormat::Psd, TryPsdFormat}, {FileFormat::Jpeg2k, TryJpeg2kFormat},
-    {FileFormat::Avi, TryAviFormat},       {FileFormat::Asf, TryAsfFormat},
+    {FileFormat::Jpeg, TryJpegFormat}, {FileFormat::Bmp, TryBmpFormat}, {FileFormat::Png, TryPngFormat},
+    {FileFormat::Tiff, TryTiffFormat}, {FileFormat::Pcx, TryPcxFormat}, {FileFormat::Wbmp, TryWbmpFormat},
+    {FileFormat::Gif, TryGifFormat},   {FileFormat::Psd, TryPsdFormat}, {FileFormat::Jpeg2k, TryJpeg2kFormat},
+    {FileFormat::Avi, TryAviFormat},   {FileFormat::Asf, TryAsfFormat},
 };
 
 struct ExtensionFormat {
@@ -85,10 +85,10 @@ struct ExtensionFormat {
 };
 
 constexpr ExtensionFormat Extensions[] = {
-    {"jpg", FileFormat::Jpeg},  {"jpeg", FileFormat::Jpeg}, {"jpe", FileFormat::Jpeg}, {"bmp", FileFormat::Bmp},
-    {"dib", FileFormat::Bmp},   {"png", FileFormat::Png},   {"tiff", FileFormat::Tiff}, {"tif", FileFormat::Tiff},
-    {"pcx", FileFormat::Pcx},   {"wbmp", FileFormat::Wbmp}, {"gif", FileFormat::Gif},  {"psd", FileFormat::Psd},
-    {"jp2", FileFormat::Jpeg2k}, {"avi", FileFormat::Avi},  {"asf", FileFormat::Asf},  {"wmv", FileFormat::Asf},
+    {"jpg", FileFormat::Jpeg},   {"jpeg", FileFormat::Jpeg}, {"jpe", FileFormat::Jpeg},  {"bmp", FileFormat::Bmp},
+    {"dib", FileFormat::Bmp},    {"png", FileFormat::Png},   {"tiff", FileFormat::Tiff}, {"tif", FileFormat::Tiff},
+    {"pcx", FileFormat::Pcx},    {"wbmp", FileFormat::Wbmp}, {"gif", FileFormat::Gif},   {"psd", FileFormat::Psd},
+    {"jp2", FileFormat::Jpeg2k}, {"avi", FileFormat::Avi},   {"asf", FileFormat::Asf},   {"wmv", FileFormat::Asf},
     {"wma", FileFormat::Asf},
 };
 
@@ -114,13 +114,21 @@ FileFormat FormatByName(IStream* piStream) {
 
 } // namespace
 
-bool TryJpegFormat(IStream* piStream) { return StartsWith(piStream, "\xFF\xD8\xFF"sv); }
+bool TryJpegFormat(IStream* piStream) {
+    return StartsWith(piStream, "\xFF\xD8\xFF"sv);
+}
 
-bool TryBmpFormat(IStream* piStream) { return StartsWith(piStream, "BM"sv); }
+bool TryBmpFormat(IStream* piStream) {
+    return StartsWith(piStream, "BM"sv);
+}
 
-bool TryPngFormat(IStream* piStream) { return StartsWith(piStream, "\x89PNG"sv); }
+bool TryPngFormat(IStream* piStream) {
+    return StartsWith(piStream, "\x89PNG"sv);
+}
 
-bool TryTiffFormat(IStream* piStream) { return StartsWith(piStream, "II"sv) || StartsWith(piStream, "MM"sv); }
+bool TryTiffFormat(IStream* piStream) {
+    return StartsWith(piStream, "II"sv) || StartsWith(piStream, "MM"sv);
+}
 
 bool TryPcxFormat(IStream* piStream) {
     Probe probe(piStream);
@@ -138,13 +146,21 @@ bool TryWbmpFormat(IStream* piStream) {
            probe.ReadMultiByte(heightIsZero) && !widthIsZero && !heightIsZero && probe.Read(&next, 1);
 }
 
-bool TryGifFormat(IStream* piStream) { return StartsWith(piStream, "GIF"sv); }
+bool TryGifFormat(IStream* piStream) {
+    return StartsWith(piStream, "GIF"sv);
+}
 
-bool TryPsdFormat(IStream* piStream) { return StartsWith(piStream, "8BPS"sv); }
+bool TryPsdFormat(IStream* piStream) {
+    return StartsWith(piStream, "8BPS"sv);
+}
 
-bool TryJpeg2kFormat(IStream* piStream) { return StartsWith(piStream, "\0\0\0\x0CjP  \r\n\x87\n"sv); }
+bool TryJpeg2kFormat(IStream* piStream) {
+    return StartsWith(piStream, "\0\0\0\x0CjP  \r\n\x87\n"sv);
+}
 
-bool TryAviFormat(IStream* piStream) { return StartsWith(piStream, "RIFF"sv); }
+bool TryAviFormat(IStream* piStream) {
+    return StartsWith(piStream, "RIFF"sv);
+}
 
 bool TryAsfFormat(IStream* piStream) {
     return StartsWith(piStream, "\x30\x26\xB2\x75\x8E\x66\xCF\x11\xA6\xD9\x00\xAA\x00\x62\xCE\x6C"sv);

@@ -9,7 +9,8 @@ namespace {
 
 enum class Outcome { Value, WrongType, Empty };
 
-template <class T> Outcome Read(const DataItem& item) {
+template <class T>
+Outcome Read(const DataItem& item) {
     try {
         static_cast<void>(static_cast<T>(item));
         return Outcome::Value;
@@ -135,9 +136,13 @@ TEST(DataItem, PointersAreFreedOnlyWhenTold) {
     // The leak checker is the judge of these.
     DataItem memory;
     memory.SetMemory(AllocMemory(10));
-    DataItem items[] = {DataItem(new BitmapData), DataItem(new ColorMap), DataItem(new std::string("text")),
-                        DataItem(new std::vector<std::uint8_t>(3)), DataItem(new TiffExtraChannelList),
-                        DataItem(new ColorProfileData({1, 2})), memory};
+    DataItem items[] = {DataItem(new BitmapData),
+                        DataItem(new ColorMap),
+                        DataItem(new std::string("text")),
+                        DataItem(new std::vector<std::uint8_t>(3)),
+                        DataItem(new TiffExtraChannelList),
+                        DataItem(new ColorProfileData({1, 2})),
+                        memory};
     for (DataItem& item : items) {
         item.FreePointerValue();
         EXPECT_TRUE(item.IsEmpty());

@@ -11,7 +11,8 @@ std::shared_ptr<IStream> MakeStream() {
     return std::make_shared<MemoryStream>(BmpBuilder{.Width = 3, .Height = -2, .Pixels = Bytes(24)}.Build());
 }
 
-template <class T> T Get(MetaData& metaData, MetaDataId id, std::int32_t frameIndex = 0) {
+template <class T>
+T Get(MetaData& metaData, MetaDataId id, std::int32_t frameIndex = 0) {
     ItemTag tag(id, frameIndex);
     EXPECT_TRUE(metaData.GetItem(tag)) << static_cast<int>(id);
     return static_cast<T>(tag);

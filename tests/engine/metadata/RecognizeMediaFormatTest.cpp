@@ -1,7 +1,7 @@
 #include "metadata/RecognizeMediaFormat.h"
 
-#include "FaultyStream.h"
 #include "ErrorHandling/Exceptions.h"
+#include "FaultyStream.h"
 #include "metadata/MimeTypes.h"
 
 #include <gtest/gtest.h>
@@ -15,8 +15,11 @@ using namespace std::string_literals;
 /// Memory that claims to be a file.
 class NamedStream : public IFileStream {
 public:
-    NamedStream(std::string name, const std::string& bytes) : m_name(std::move(name)), m_stream({bytes.begin(), bytes.end()}) {}
-    bool Read(void* pBuffer, std::uint64_t size, std::uint64_t* pRead) override { return m_stream.Read(pBuffer, size, pRead); }
+    NamedStream(std::string name, const std::string& bytes)
+        : m_name(std::move(name)), m_stream({bytes.begin(), bytes.end()}) {}
+    bool Read(void* pBuffer, std::uint64_t size, std::uint64_t* pRead) override {
+        return m_stream.Read(pBuffer, size, pRead);
+    }
     bool Write(const void*, std::uint64_t, std::uint64_t*) override { return false; }
     bool Seek(std::int64_t offset, SeekOrigin origin, std::uint64_t* pPosition) override {
         return m_stream.Seek(offset, origin, pPosition);

@@ -104,7 +104,8 @@ std::shared_ptr<ColorMap> BitmapFrameDecoder::GetColorMap() {
     std::array<std::uint8_t, 4 * ColorMap::MaximumEntryCount> bytes{};
     GetReader().Seek(static_cast<std::int64_t>(m_header.PaletteOffset));
     GetReader().ReadBytes(std::uint64_t{count} * entrySize, bytes.data(), bytes.size());
-    auto map = std::make_shared<ColorMap>(count, entrySize == 4 ? PixelFormat::Format32bppArgb : PixelFormat::Format24bppRgb);
+    auto map =
+        std::make_shared<ColorMap>(count, entrySize == 4 ? PixelFormat::Format32bppArgb : PixelFormat::Format24bppRgb);
     for (std::uint32_t i = 0; i < count; ++i) {
         const std::uint8_t* const pEntry = bytes.data() + i * entrySize;
         const std::uint8_t entry[4] = {pEntry[0], pEntry[1], pEntry[2], 255};
@@ -178,7 +179,8 @@ void BitmapFrameDecoder::DecodeFrameInternal() {
 
 void BitmapFrameDecoder::DecodeUncompressed() {
     const std::uint64_t stride = CheckedStride(m_uintWidth, GetPixelFormat(), StrideAlignment);
-    const auto rowsPerBlock = static_cast<std::uint32_t>(std::clamp<std::uint64_t>(BlockSize / stride, 1, m_uintHeight));
+    const auto rowsPerBlock =
+        static_cast<std::uint32_t>(std::clamp<std::uint64_t>(BlockSize / stride, 1, m_uintHeight));
     BitmapData* const pOutput = GetDirectOutput();
     if (pOutput != nullptr && !m_bBottomUp && pOutput->GetRowSize() == stride && pOutput->GetStride() == stride) {
         DecodeUncompressedDirectly(*pOutput, rowsPerBlock);

@@ -19,8 +19,8 @@ constexpr std::int64_t ImageSizePosition = 34;
 constexpr std::uint64_t BlockSize = std::uint64_t{256} << 10;
 
 constexpr PixelFormat SavedPixelFormats[] = {
-    PixelFormat::Format1bppIndexed, PixelFormat::Format4bppIndexed, PixelFormat::Format8bppIndexed,
-    PixelFormat::Format8bppGrayScale, PixelFormat::Format24bppRgb, PixelFormat::Format32bppRgb,
+    PixelFormat::Format1bppIndexed,   PixelFormat::Format4bppIndexed, PixelFormat::Format8bppIndexed,
+    PixelFormat::Format8bppGrayScale, PixelFormat::Format24bppRgb,    PixelFormat::Format32bppRgb,
     PixelFormat::Format32bppArgb,
 };
 
@@ -46,7 +46,9 @@ std::uint32_t CheckedFileSize(std::uint64_t size) {
 
 } // namespace
 
-std::span<const PixelFormat> BitmapFrameEncoder::GetSavedPixelFormats() const { return SavedPixelFormats; }
+std::span<const PixelFormat> BitmapFrameEncoder::GetSavedPixelFormats() const {
+    return SavedPixelFormats;
+}
 
 PixelFormat BitmapFrameEncoder::GetAppropriateFormatInternal(PixelFormat format) const {
     return PixelFormatHasAlpha(format) ? PixelFormat::Format32bppArgb : PixelFormat::Format24bppRgb;
@@ -173,7 +175,8 @@ void BitmapFrameEncoder::DoCodeUncompressed() {
     const std::uint64_t rowSize = source.GetRowSize();
     const std::uint64_t stride = CheckedStride(source.GetWidth(), source.GetPixelFormat(), BitmapData::StrideAlignment);
     CheckedFileSize(GetWriter().GetBytePosition() + stride * source.GetHeight());
-    const auto rowsPerBlock = static_cast<std::uint32_t>(std::clamp<std::uint64_t>(BlockSize / stride, 1, source.GetHeight()));
+    const auto rowsPerBlock =
+        static_cast<std::uint32_t>(std::clamp<std::uint64_t>(BlockSize / stride, 1, source.GetHeight()));
     // The bytes between row size and stride stay zero.
     std::vector<std::uint8_t> block(rowsPerBlock * stride);
     for (std::uint32_t left = source.GetHeight(); left != 0;) {

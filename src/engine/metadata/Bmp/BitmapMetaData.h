@@ -6,8 +6,8 @@
 
 namespace ImagingFramework {
 
-/// A BMP file. Items beyond those of every format, read: `FrameBitmap`, `FrameThumbnail`, `FrameCount`, `FrameCompression`;
-/// written: `FrameBitmap`, `FrameCompression`.
+/// A BMP file. Items beyond those of every format, read: `FrameBitmap`, `FrameThumbnail`, `FrameCount`,
+/// `FrameCompression`; written: `FrameBitmap`, `FrameCompression`.
 class BitmapMetaData final : public MetaData, private BitmapFrameDecoder, private BitmapFrameEncoder {
 public:
     BitmapMetaData() = default;

@@ -31,8 +31,8 @@ struct BmpHeader {
     static BmpHeader Read(AbstractReader& reader);
 
     std::uint32_t GetPaletteEntryCount() const noexcept;
-    /// 3 or 4 bytes. Behind a header of 40 bytes entries have 4. Longer headers are written with both: the gap up to the
-    /// pixels decides. Every other header has 3.
+    /// 3 or 4 bytes. Behind a header of 40 bytes entries have 4. Longer headers are written with both: the gap up to
+    /// the pixels decides. Every other header has 3.
     std::uint32_t GetPaletteEntrySize() const noexcept;
 
 private:

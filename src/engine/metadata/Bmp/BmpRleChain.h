@@ -5,13 +5,14 @@
 
 namespace ImagingFramework {
 
-/// Packs lines of indices into run-length codes and appends them to a buffer. Bytes that differ from their neighbour gather
-/// in a chain; from the second equal one on they are counted as a run. A chain or run goes out when it ends, when it
-/// reaches the largest count that a code can hold, and at the end of the line.
+/// Packs lines of indices into run-length codes and appends them to a buffer. Bytes that differ from their neighbour
+/// gather in a chain; from the second equal one on they are counted as a run. A chain or run goes out when it ends,
+/// when it reaches the largest count that a code can hold, and at the end of the line.
 class BmpRleChain {
 public:
     /// `bitCount` is 8, or 4: then a byte is two pixels and is compared as a whole.
-    BmpRleChain(std::uint32_t bitCount, std::vector<std::uint8_t>& output) : m_uintBitCount(bitCount), m_output(output) {}
+    BmpRleChain(std::uint32_t bitCount, std::vector<std::uint8_t>& output)
+        : m_uintBitCount(bitCount), m_output(output) {}
 
     /// Appends the codes of a line of `width` pixels, without an end-of-line code.
     void CodeLine(const std::uint8_t* pLine, std::uint32_t width);

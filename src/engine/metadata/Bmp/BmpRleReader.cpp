@@ -100,7 +100,8 @@ void BmpRleReader::PutRun(std::uint8_t* pLine, std::uint32_t count, std::uint8_t
     if (m_uintBitCount == 8) {
         std::memset(pLine + m_uintX, value, fitting);
     } else {
-        const std::uint8_t nibbles[2] = {static_cast<std::uint8_t>(value >> 4), static_cast<std::uint8_t>(value & 0x0F)};
+        const std::uint8_t nibbles[2] = {static_cast<std::uint8_t>(value >> 4),
+                                         static_cast<std::uint8_t>(value & 0x0F)};
         for (std::uint32_t i = 0; i < fitting; ++i) {
             PutNibble(pLine, m_uintX + i, nibbles[i % 2]);
         }

@@ -18,8 +18,9 @@ public:
 
     /// The end-of-bitmap code was met: there are no more lines.
     bool IsEnd() const noexcept { return m_bEnd; }
-    /// Unpacks one line, which holds zeros, and leaves pixels that no code sets. What lies beyond the width is cut. Fails
-    /// with `OutOfRangeException` at the end of the data and `MediaCorruptedException` for a move before the line.
+    /// Unpacks one line, which holds zeros, and leaves pixels that no code sets. What lies beyond the width is cut.
+    /// Fails with `OutOfRangeException` at the end of the data and `MediaCorruptedException` for a move before the
+    /// line.
     void ReadLine(std::uint8_t* pLine);
 
 private:

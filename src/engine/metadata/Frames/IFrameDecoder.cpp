@@ -154,7 +154,9 @@ void IFrameDecoderImpl::SetResolution() {
     }
 }
 
-const std::vector<std::uint8_t>& IFrameDecoderImpl::GetColorProfileRef() { throw UnexpectedException(); }
+const std::vector<std::uint8_t>& IFrameDecoderImpl::GetColorProfileRef() {
+    throw UnexpectedException();
+}
 
 void IFrameDecoderImpl::SetScanline(const std::uint8_t* pScanline, std::uint32_t row) {
     if (m_bProducerMode) {

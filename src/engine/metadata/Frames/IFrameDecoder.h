@@ -23,11 +23,11 @@ public:
     virtual void Attach(const std::filesystem::path& strFileName) = 0;
     virtual void Detach() = 0;
     virtual std::uint32_t GetFrameCount() const = 0;
-    /// Fills the given raster, or makes one for the caller to own when the pointer is null; on failure the pointer stays as
-    /// it was. An index outside the frames fails with `ArgumentOutOfRangeException` ("uintFrameIndex").
+    /// Fills the given raster, or makes one for the caller to own when the pointer is null; on failure the pointer
+    /// stays as it was. An index outside the frames fails with `ArgumentOutOfRangeException` ("uintFrameIndex").
     virtual void DecodeFrame(BitmapData*& pBitmapData, std::uint32_t uintFrameIndex) = 0;
-    /// The same for a `Format32bppArgb` raster that fits into the box and is never larger than the frame; 0 leaves a side
-    /// free. The frame itself is never held. Both sides 0 fail with `ArgumentException`.
+    /// The same for a `Format32bppArgb` raster that fits into the box and is never larger than the frame; 0 leaves a
+    /// side free. The frame itself is never held. Both sides 0 fail with `ArgumentException`.
     virtual void DecodeFrameToThumbnail(std::uint32_t uintThumbnailWidth, std::uint32_t uintThumbnailHeight,
                                         BitmapData*& pBitmapData, std::uint32_t uintFrameIndex) = 0;
 };
@@ -60,15 +60,17 @@ public:
     /// How thumbnails are made.
     void SetThumbnailKind(InterpolationMode mode) noexcept { m_thumbnailKind = mode; }
 
-    /// The size of a thumbnail of a source: it fits into the target box, keeps the proportions, and never enlarges. A target
-    /// side of 0 follows from the other one. Fails with `ArgumentOutOfRangeException` for an empty source or box.
+    /// The size of a thumbnail of a source: it fits into the target box, keeps the proportions, and never enlarges. A
+    /// target side of 0 follows from the other one. Fails with `ArgumentOutOfRangeException` for an empty source or
+    /// box.
     static void CalculateThumbnailDimensions(std::uint32_t uintSourceWidth, std::uint32_t uintSourceHeight,
                                              std::uint32_t& uintTargetWidth, std::uint32_t& uintTargetHeight);
 
 protected:
     IFrameDecoderImpl() = default;
 
-    /// The decoding loop. Calls `CreateBitmapData`, then `SetColorMap` and `SetResolution`, then `SetScanline` per line.
+    /// The decoding loop. Calls `CreateBitmapData`, then `SetColorMap` and `SetResolution`, then `SetScanline` per
+    /// line.
     virtual void DecodeFrameInternal() = 0;
     virtual void FreeFrameResources();
     /// Makes the output raster. Fails with `MediaCorruptedException` when the frame has no acceptable size.

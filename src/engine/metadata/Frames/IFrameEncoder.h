@@ -17,15 +17,15 @@ class FileStream;
 class IFrameEncoder {
 public:
     virtual ~IFrameEncoder() = default;
-    /// `width` and `height` are the logical size of a file of many frames, 0 where it does not matter. A stream that cannot
-    /// seek gets everything at once in `Detach`.
+    /// `width` and `height` are the logical size of a file of many frames, 0 where it does not matter. A stream that
+    /// cannot seek gets everything at once in `Detach`.
     virtual void Attach(std::shared_ptr<IStream> piStream, std::uint32_t width, std::uint32_t height) = 0;
     virtual void Attach(const std::filesystem::path& strFileName, std::uint32_t width, std::uint32_t height) = 0;
-    /// Ends the file and reports the failures of that. A file that was opened by its name, and a stream that cannot seek, are
-    /// left as they were when no frame was completed.
+    /// Ends the file and reports the failures of that. A file that was opened by its name, and a stream that cannot
+    /// seek, are left as they were when no frame was completed.
     virtual void Detach() = 0;
-    /// Fails with `NotInitializedException` before `Attach`, `ArgumentException` for an empty raster, `MultiFrameException`
-    /// for a second frame of a format that has one.
+    /// Fails with `NotInitializedException` before `Attach`, `ArgumentException` for an empty raster,
+    /// `MultiFrameException` for a second frame of a format that has one.
     virtual void EncodeFrame(const BitmapData& objSrcBitmapData, std::int32_t left, std::int32_t top) = 0;
     virtual std::uint32_t GetWidth() const = 0;
     virtual void SetWidth(std::uint32_t width) = 0;

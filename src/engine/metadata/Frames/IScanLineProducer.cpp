@@ -11,7 +11,9 @@ void IScanLineConsumerImpl::Initialize(std::shared_ptr<const FilterData> pSource
     m_pSourceImageMetaData = std::move(pSourceImageMetaData);
 }
 
-void IScanLineProducerImpl::Start(const std::uint32_t*) { throw UnexpectedException("Start() is not implemented"); }
+void IScanLineProducerImpl::Start(const std::uint32_t*) {
+    throw UnexpectedException("Start() is not implemented");
+}
 
 void IScanLineProducerImpl::AddConsumer(std::shared_ptr<IScanLineConsumer> pConsumer) {
     if (pConsumer == nullptr) {

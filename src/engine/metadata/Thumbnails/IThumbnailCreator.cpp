@@ -9,8 +9,8 @@ namespace ImagingFramework {
 IThumbnailCreatorImpl::IThumbnailCreatorImpl(std::uint32_t imageWidth, std::uint32_t imageHeight,
                                              PixelFormat imageFormat, const ColorMap* pImageColorMap,
                                              BitmapData* pThumbBitmapData)
-    : m_uintImageWidth(imageWidth), m_uintImageHeight(imageHeight), m_imageFormat(imageFormat),
-      m_uintThumbWidth(0), m_uintThumbHeight(0), m_pThumbBitmapData(pThumbBitmapData) {
+    : m_uintImageWidth(imageWidth), m_uintImageHeight(imageHeight), m_imageFormat(imageFormat), m_uintThumbWidth(0),
+      m_uintThumbHeight(0), m_pThumbBitmapData(pThumbBitmapData) {
     if (pThumbBitmapData == nullptr) {
         throw ArgumentNullPointerException("pThumbBitmapData");
     }

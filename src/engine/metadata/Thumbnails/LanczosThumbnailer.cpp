@@ -26,12 +26,15 @@ double SincKernel(double x) {
     return std::sin(wave) / wave * std::sin(window) / window;
 }
 
-template <class Sample> Sample RoundToSample(double sum) {
+template <class Sample>
+Sample RoundToSample(double sum) {
     constexpr double maximum = std::numeric_limits<Sample>::max();
     return static_cast<Sample>(std::clamp(sum + 0.5, 0.0, maximum));
 }
 
-bool NeedsConversionFirst(PixelFormat format) { return PixelFormatIsIndexed(format) || PixelFormatIsPacked16(format); }
+bool NeedsConversionFirst(PixelFormat format) {
+    return PixelFormatIsIndexed(format) || PixelFormatIsPacked16(format);
+}
 
 } // namespace
 
@@ -97,7 +100,8 @@ LanczosThumbnailer<Sample>::LanczosThumbnailer(std::uint32_t imageWidth, std::ui
     m_sums.resize(m_rowSamples);
 }
 
-template <class Sample> void LanczosThumbnailer<Sample>::CheckOrder(std::uint32_t rowIndex) {
+template <class Sample>
+void LanczosThumbnailer<Sample>::CheckOrder(std::uint32_t rowIndex) {
     const std::int64_t distance = std::int64_t{rowIndex} - m_intLastRow;
     if (distance > 1 || distance < -1) {
         throw UnsupportedScanlinesOrderException("Use for example Anisotropic interpolation mode");
@@ -139,7 +143,8 @@ void LanczosThumbnailer<Sample>::ReduceRow(const Sample* pSource, Sample* pDesti
     }
 }
 
-template <class Sample> void LanczosThumbnailer<Sample>::ProduceRows(std::uint32_t lastRow) {
+template <class Sample>
+void LanczosThumbnailer<Sample>::ProduceRows(std::uint32_t lastRow) {
     while (m_uintNextThumbRow < m_uintThumbHeight) {
         const std::uint32_t first = m_vertical.GetWeights(m_uintNextThumbRow, m_rowWeights);
         if (first + m_rowWeights.size() > std::size_t{lastRow} + 1) {
@@ -150,7 +155,8 @@ template <class Sample> void LanczosThumbnailer<Sample>::ProduceRows(std::uint32
     }
 }
 
-template <class Sample> void LanczosThumbnailer<Sample>::ProduceRow(std::uint32_t first) {
+template <class Sample>
+void LanczosThumbnailer<Sample>::ProduceRow(std::uint32_t first) {
     std::ranges::fill(m_sums, 0.0);
     for (std::size_t tap = 0; tap < m_rowWeights.size(); ++tap) {
         const Sample* const pRow = RingRow(first + static_cast<std::uint32_t>(tap));

@@ -25,10 +25,11 @@ private:
     std::uint32_t m_uintTaps;
 };
 
-/// Filters while rows come: each is reduced horizontally into a ring of rows, and a row of the thumbnail goes out as soon as
-/// the ring has all rows that it needs. Samples are rounded after each direction. Formats of whole channels are filtered as
-/// they are and converted at the end; indexed and packed ones are converted first.
-template <class Sample> class LanczosThumbnailer final : public IThumbnailCreatorImpl {
+/// Filters while rows come: each is reduced horizontally into a ring of rows, and a row of the thumbnail goes out as
+/// soon as the ring has all rows that it needs. Samples are rounded after each direction. Formats of whole channels are
+/// filtered as they are and converted at the end; indexed and packed ones are converted first.
+template <class Sample>
+class LanczosThumbnailer final : public IThumbnailCreatorImpl {
 public:
     LanczosThumbnailer(std::uint32_t imageWidth, std::uint32_t imageHeight, PixelFormat imageFormat,
                        const ColorMap* pImageColorMap, BitmapData* pThumbBitmapData);

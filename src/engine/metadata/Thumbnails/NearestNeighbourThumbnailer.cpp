@@ -29,8 +29,9 @@ NearestNeighbourThumbnailer::NearestNeighbourThumbnailer(std::uint32_t imageWidt
                                                          PixelFormat imageFormat, const ColorMap* pImageColorMap,
                                                          BitmapData* pThumbBitmapData)
     : IThumbnailCreatorImpl(imageWidth, imageHeight, imageFormat, pImageColorMap, pThumbBitmapData),
-      m_rowTargets(MakeTargets(imageHeight, m_uintThumbHeight)), m_columnTargets(MakeTargets(imageWidth, m_uintThumbWidth)),
-      m_converter(imageWidth, imageFormat, pImageColorMap) {}
+      m_rowTargets(MakeTargets(imageHeight, m_uintThumbHeight)),
+      m_columnTargets(MakeTargets(imageWidth, m_uintThumbWidth)), m_converter(imageWidth, imageFormat, pImageColorMap) {
+}
 
 void NearestNeighbourThumbnailer::SetScanline(std::uint32_t rowIndex, const std::uint8_t* rowData) {
     const std::int32_t target = rowIndex < m_rowTargets.size() ? m_rowTargets[rowIndex] : -1;
@@ -42,7 +43,8 @@ void NearestNeighbourThumbnailer::SetScanline(std::uint32_t rowIndex, const std:
     std::uint8_t* const pTarget = m_pThumbBitmapData->GetScanlineRef(static_cast<std::uint32_t>(target));
     for (std::size_t x = 0; x < m_columnTargets.size(); ++x) {
         if (m_columnTargets[x] >= 0) {
-            std::memcpy(pTarget + static_cast<std::size_t>(m_columnTargets[x]) * pixelSize, pSource + x * pixelSize, pixelSize);
+            std::memcpy(pTarget + static_cast<std::size_t>(m_columnTargets[x]) * pixelSize, pSource + x * pixelSize,
+                        pixelSize);
         }
     }
 }

@@ -22,8 +22,16 @@ TEST(BitmapFrameDecoder, EveryDepthInBothOrders) {
         {4, PixelFormat::Format4bppIndexed, {0x12, 0x30, 0, 0}, {0x45, 0x60, 0, 0}, 2},
         {8, PixelFormat::Format8bppIndexed, {1, 2, 3, 0}, {4, 5, 6, 0}, 3},
         {16, PixelFormat::Format16bppRgb555, {1, 2, 3, 4, 5, 6, 0, 0}, {7, 8, 9, 10, 11, 12, 0, 0}, 6},
-        {24, PixelFormat::Format24bppRgb, {1, 2, 3, 4, 5, 6, 7, 8, 9, 0, 0, 0}, {11, 12, 13, 14, 15, 16, 17, 18, 19, 0, 0, 0}, 9},
-        {32, PixelFormat::Format32bppRgb, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}, {21, 22, 23, 24, 25, 26, 27, 28, 29, 30, 31, 32}, 12},
+        {24,
+         PixelFormat::Format24bppRgb,
+         {1, 2, 3, 4, 5, 6, 7, 8, 9, 0, 0, 0},
+         {11, 12, 13, 14, 15, 16, 17, 18, 19, 0, 0, 0},
+         9},
+        {32,
+         PixelFormat::Format32bppRgb,
+         {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12},
+         {21, 22, 23, 24, 25, 26, 27, 28, 29, 30, 31, 32},
+         12},
     };
     for (const Case& c : cases) {
         BmpBuilder file{.Width = 3, .Height = 2, .BitCount = c.BitCount};
@@ -80,8 +88,8 @@ TEST(BitmapFrameDecoder, PaletteEntriesByHeader) {
         PixelFormat MapFormat;
     };
     const Case cases[] = {
-        {12, three, PixelFormat::Format24bppRgb}, {40, four, PixelFormat::Format32bppArgb},
-        {64, four, PixelFormat::Format32bppArgb}, {64, three, PixelFormat::Format24bppRgb},
+        {12, three, PixelFormat::Format24bppRgb},  {40, four, PixelFormat::Format32bppArgb},
+        {64, four, PixelFormat::Format32bppArgb},  {64, three, PixelFormat::Format24bppRgb},
         {124, four, PixelFormat::Format32bppArgb}, {124, three, PixelFormat::Format24bppRgb},
     };
     for (const Case& c : cases) {
@@ -154,7 +162,8 @@ TEST(BitmapFrameDecoder, TheHorizontalFieldDecidesOverBothResolutions) {
         std::uint32_t PpmX, PpmY;
         double X, Y;
     };
-    for (const Case& c : {Case{0, 0, 72, 72}, Case{0, 3780, 72, 72}, Case{10000, 0, 254, 0}, Case{10000, 5000, 254, 127}}) {
+    for (const Case& c :
+         {Case{0, 0, 72, 72}, Case{0, 3780, 72, 72}, Case{10000, 0, 254, 0}, Case{10000, 5000, 254, 127}}) {
         BitmapMetaData metaData;
         const BmpBuilder file{.PpmX = c.PpmX, .PpmY = c.PpmY, .Pixels = {0, 0, 0, 0}};
         const auto raster = LoadFrame(metaData, std::make_shared<MemoryStream>(file.Build()));
@@ -180,25 +189,34 @@ struct RleCase {
 
 /// Frames of 6 by 3.
 const RleCase RleCases[] = {
-    {"runs and absolute blocks of odd and even length", 8,
+    {"runs and absolute blocks of odd and even length",
+     8,
      {2, 5, 0, 4, 1, 2, 3, 4, 0, 0, 0, 3, 7, 8, 9, 0, 3, 6, 0, 0, 6, 1, 0, 0, 0, 1},
      {5, 5, 1, 2, 3, 4, 7, 8, 9, 6, 6, 6, 1, 1, 1, 1, 1, 1}},
-    {"what does not fit is cut, and the data goes on behind it", 8,
+    {"what does not fit is cut, and the data goes on behind it",
+     8,
      {4, 1, 0, 5, 2, 3, 4, 5, 6, 0, 9, 9, 0, 0, 200, 2, 0, 0, 1, 3, 0, 0},
      {1, 1, 1, 1, 2, 3, 2, 2, 2, 2, 2, 2, 3, 0, 0, 0, 0, 0}},
     {"the end code leaves the rest empty", 8, {2, 4, 0, 1}, {4, 4, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}},
-    {"a delta to the right is cut at the end of the line; back is allowed on the line", 8,
+    {"a delta to the right is cut at the end of the line; back is allowed on the line",
+     8,
      {0, 2, 2, 0, 1, 9, 0, 2, 0xFE, 0, 1, 8, 0, 0, 0, 2, 100, 0, 1, 7, 0, 0, 1, 5, 0, 1},
      {0, 8, 9, 0, 0, 0, 0, 0, 0, 0, 0, 0, 5, 0, 0, 0, 0, 0}},
-    {"a delta downwards skips one line more than it says and sets the column", 8,
-     {3, 1, 0, 2, 2, 1, 2, 6, 0, 1}, {1, 1, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 6, 6, 0, 0}},
-    {"a delta upwards only ends the line", 8,
-     {3, 1, 0, 2, 1, 0xFF, 2, 6, 0, 0, 1, 2, 0, 0}, {1, 1, 1, 0, 0, 0, 0, 6, 6, 0, 0, 0, 2, 0, 0, 0, 0, 0}},
+    {"a delta downwards skips one line more than it says and sets the column",
+     8,
+     {3, 1, 0, 2, 2, 1, 2, 6, 0, 1},
+     {1, 1, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 6, 6, 0, 0}},
+    {"a delta upwards only ends the line",
+     8,
+     {3, 1, 0, 2, 1, 0xFF, 2, 6, 0, 0, 1, 2, 0, 0},
+     {1, 1, 1, 0, 0, 0, 0, 6, 6, 0, 0, 0, 2, 0, 0, 0, 0, 0}},
     {"a delta beyond the last line", 8, {3, 1, 0, 2, 0, 100}, {1, 1, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}},
-    {"nibbles alternate from any column", 4,
+    {"nibbles alternate from any column",
+     4,
      {3, 0x12, 3, 0x34, 0, 0, 1, 0x50, 0, 5, 0x12, 0x34, 0x50, 0, 0, 0, 0, 3, 0x98, 0x70, 1, 0x60, 0, 1},
      {0x12, 0x13, 0x43, 0x51, 0x23, 0x45, 0x98, 0x76, 0x00}},
-    {"nibbles are cut at the end of the line", 4,
+    {"nibbles are cut at the end of the line",
+     4,
      {5, 0x77, 9, 0x12, 0, 0, 5, 0x77, 0, 4, 0x34, 0x56, 0, 0, 0, 2, 5, 0, 3, 0x9A, 0, 0},
      {0x77, 0x77, 0x71, 0x77, 0x77, 0x73, 0x00, 0x00, 0x09}},
 };
@@ -267,11 +285,24 @@ TEST(BitmapFrameDecoder, DamageHasItsClass) {
         with([](BmpBuilder& f) { f.Width = f.Height = INT32_MAX; }),
         with([](BmpBuilder& f) { f.HeaderSize = 11; }),
         with([](BmpBuilder& f) { f.HeaderSize = 0; }),
-        BmpBuilder{.Width = 6, .BitCount = 8, .Compression = 1, .Palette = MakePalette(256), .Pixels = {0, 2, 0xFF, 0, 0, 1}}.Build(),
-        BmpBuilder{.Width = 6, .Height = 3, .BitCount = 8, .Compression = 1, .Palette = MakePalette(256),
-                   .Pixels = {0, 2, 0xFF, 1, 0, 0, 0, 1}}.Build(),
+        BmpBuilder{
+            .Width = 6, .BitCount = 8, .Compression = 1, .Palette = MakePalette(256), .Pixels = {0, 2, 0xFF, 0, 0, 1}}
+            .Build(),
+        BmpBuilder{.Width = 6,
+                   .Height = 3,
+                   .BitCount = 8,
+                   .Compression = 1,
+                   .Palette = MakePalette(256),
+                   .Pixels = {0, 2, 0xFF, 1, 0, 0, 0, 1}}
+            .Build(),
         // 900 million pixels from an end code.
-        BmpBuilder{.Width = 30000, .Height = 30000, .BitCount = 8, .Compression = 1, .Palette = MakePalette(256), .Pixels = {0, 1}}.Build(),
+        BmpBuilder{.Width = 30000,
+                   .Height = 30000,
+                   .BitCount = 8,
+                   .Compression = 1,
+                   .Palette = MakePalette(256),
+                   .Pixels = {0, 1}}
+            .Build(),
     };
     for (const Bytes& file : corrupted) {
         EXPECT_THROW(LoadBmp(file), MediaCorruptedException) << &file - corrupted;
@@ -286,10 +317,18 @@ TEST(BitmapFrameDecoder, DamageHasItsClass) {
 std::vector<Bytes> SmallFiles() {
     return {
         BmpBuilder{.Width = 3, .Height = 2, .Pixels = Bytes(24, 1)}.Build(),
-        BmpBuilder{.HeaderSize = 12, .Width = 3, .Height = 2, .BitCount = 1, .Palette = Bytes(6), .Pixels = Bytes(8)}.Build(),
-        BmpBuilder{.HeaderSize = 108, .Width = 3, .Height = -2, .BitCount = 16, .Compression = 3, .Pixels = Bytes(16)}.Build(),
-        BmpBuilder{.Width = 3, .Height = 2, .BitCount = 4, .Compression = 2, .ColoursUsed = 3, .Palette = MakePalette(3),
-                   .Pixels = {3, 0x11, 0, 0, 0, 3, 0x12, 0x10, 0, 0}}.Build(),
+        BmpBuilder{.HeaderSize = 12, .Width = 3, .Height = 2, .BitCount = 1, .Palette = Bytes(6), .Pixels = Bytes(8)}
+            .Build(),
+        BmpBuilder{.HeaderSize = 108, .Width = 3, .Height = -2, .BitCount = 16, .Compression = 3, .Pixels = Bytes(16)}
+            .Build(),
+        BmpBuilder{.Width = 3,
+                   .Height = 2,
+                   .BitCount = 4,
+                   .Compression = 2,
+                   .ColoursUsed = 3,
+                   .Palette = MakePalette(3),
+                   .Pixels = {3, 0x11, 0, 0, 0, 3, 0x12, 0x10, 0, 0}}
+            .Build(),
     };
 }
 

@@ -13,14 +13,15 @@ namespace ImagingFramework {
 namespace {
 
 TEST(BitmapFrameEncoder, GoldenFile24) {
-    // 2 by 2 at 72 by 300 dots per inch: 72 / 0.0254 = 2834.65 -> 2835 = 0xB13; 300 / 0.0254 = 11811.02 -> 11812 = 0x2E24.
+    // 2 by 2 at 72 by 300 dots per inch: 72 / 0.0254 = 2834.65 -> 2835 = 0xB13; 300 / 0.0254 = 11811.02 -> 11812 =
+    // 0x2E24.
     BitmapData raster = MakeRaster(2, 2, PixelFormat::Format24bppRgb, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12});
     raster.SetVerticalResolution(300);
     const Bytes expected = {
-        'B', 'M', 70, 0, 0, 0, 0, 0, 0, 0, 54, 0, 0, 0,                        // 54 + 2 * 8 bytes
-        40, 0, 0, 0, 2, 0, 0, 0, 2, 0, 0, 0, 1, 0, 24, 0, 0, 0, 0, 0,          // none
-        16, 0, 0, 0, 0x13, 0x0B, 0, 0, 0x24, 0x2E, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, // image size, resolutions
-        7, 8, 9, 10, 11, 12, 0, 0, 1, 2, 3, 4, 5, 6, 0, 0,                     // bottom line first
+        'B', 'M', 70, 0,  0,    0,    0, 0, 0,    0,    54, 0, 0, 0,                    // 54 + 2 * 8 bytes
+        40,  0,   0,  0,  2,    0,    0, 0, 2,    0,    0,  0, 1, 0, 24, 0, 0, 0, 0, 0, // none
+        16,  0,   0,  0,  0x13, 0x0B, 0, 0, 0x24, 0x2E, 0,  0, 0, 0, 0,  0, 0, 0, 0, 0, // image size, resolutions
+        7,   8,   9,  10, 11,   12,   0, 0, 1,    2,    3,  4, 5, 6, 0,  0,             // bottom line first
     };
     EXPECT_EQ(SaveBmp(raster), expected);
 }
@@ -172,9 +173,10 @@ TEST(BitmapFrameEncoder, PixelFormatChoice) {
     const BitmapMetaData metaData;
     std::vector<PixelFormat> list;
     metaData.GetSupportedPixelFormats(list);
-    EXPECT_EQ(list, (std::vector{PixelFormat::Format1bppIndexed, PixelFormat::Format4bppIndexed, PixelFormat::Format8bppIndexed,
-                                 PixelFormat::Format8bppGrayScale, PixelFormat::Format24bppRgb, PixelFormat::Format32bppRgb,
-                                 PixelFormat::Format32bppArgb}));
+    EXPECT_EQ(list,
+              (std::vector{PixelFormat::Format1bppIndexed, PixelFormat::Format4bppIndexed,
+                           PixelFormat::Format8bppIndexed, PixelFormat::Format8bppGrayScale,
+                           PixelFormat::Format24bppRgb, PixelFormat::Format32bppRgb, PixelFormat::Format32bppArgb}));
     EXPECT_EQ(metaData.GetClosestPixelFormat(PixelFormat::Format8bppGrayScale), PixelFormat::Format8bppGrayScale);
     EXPECT_EQ(metaData.GetClosestPixelFormat(PixelFormat::Format48bppRgb), PixelFormat::Format24bppRgb);
     EXPECT_EQ(metaData.GetClosestPixelFormat(PixelFormat::Format16bppAGrayScale), PixelFormat::Format32bppArgb);
@@ -195,7 +197,8 @@ protected:
         return std::distance(std::filesystem::directory_iterator(m_folder), std::filesystem::directory_iterator());
     }
 
-    std::filesystem::path m_folder = std::filesystem::temp_directory_path() / ("bmp-encoder-" + std::to_string(getpid()));
+    std::filesystem::path m_folder =
+        std::filesystem::temp_directory_path() / ("bmp-encoder-" + std::to_string(getpid()));
     std::filesystem::path m_target = m_folder / "target.bmp";
     BitmapData m_raster = MakeRaster(3, 6, PixelFormat::Format24bppRgb, NoiseBytes(54));
 };
@@ -256,8 +259,10 @@ TEST(BitmapFrameEncoder, FailuresHaveTheirClass) {
     };
     EXPECT_THROW(save(BitmapData(1, 1, PixelFormat::Format8bppIndexed)), PaletteException);
     EXPECT_THROW(save(BitmapData(1, 1, PixelFormat::Format16bppRgb555)), UnsupportedPixelFormatException);
-    EXPECT_THROW(save(BitmapData(1, 1, PixelFormat::Format24bppRgb), FrameCompressionType::Zip), CompressionTypeException);
-    EXPECT_THROW(save(BitmapData(1, 1, PixelFormat::Format8bppGrayScale), FrameCompressionType::Rle), CompressionTypeException);
+    EXPECT_THROW(save(BitmapData(1, 1, PixelFormat::Format24bppRgb), FrameCompressionType::Zip),
+                 CompressionTypeException);
+    EXPECT_THROW(save(BitmapData(1, 1, PixelFormat::Format8bppGrayScale), FrameCompressionType::Rle),
+                 CompressionTypeException);
     EXPECT_THROW(save(BitmapData()), ArgumentException);
     BitmapFrameEncoder encoder;
     try {

@@ -13,18 +13,18 @@ TEST(IFrameDecoder, ThumbnailDimensions) {
         std::uint32_t SourceWidth, SourceHeight, BoxWidth, BoxHeight, Width, Height;
     };
     const Case cases[] = {
-        {400, 300, 100, 100, 100, 75},    // by the width
-        {300, 400, 100, 100, 75, 100},    // by the height
-        {400, 300, 200, 100, 133, 100},   // 150 is too high for the box: 133.3 wide
-        {400, 300, 400, 300, 400, 300},   // fits
-        {40, 30, 100, 100, 40, 30},       // never enlarged
-        {400, 300, 100, 0, 100, 75},      // one side is free
-        {400, 300, 0, 100, 133, 100},     //
-        {400, 301, 200, 0, 200, 151},     // 150.5 rounds up
-        {400, 300, 400, 0, 400, 300},     // not smaller than the source
-        {40, 30, 0, 100, 40, 30},         //
-        {10000, 1, 100, 100, 100, 1},     // a side never vanishes
-        {1, 10000, 0, 10, 1, 10},         //
+        {400, 300, 100, 100, 100, 75},  // by the width
+        {300, 400, 100, 100, 75, 100},  // by the height
+        {400, 300, 200, 100, 133, 100}, // 150 is too high for the box: 133.3 wide
+        {400, 300, 400, 300, 400, 300}, // fits
+        {40, 30, 100, 100, 40, 30},     // never enlarged
+        {400, 300, 100, 0, 100, 75},    // one side is free
+        {400, 300, 0, 100, 133, 100},   //
+        {400, 301, 200, 0, 200, 151},   // 150.5 rounds up
+        {400, 300, 400, 0, 400, 300},   // not smaller than the source
+        {40, 30, 0, 100, 40, 30},       //
+        {10000, 1, 100, 100, 100, 1},   // a side never vanishes
+        {1, 10000, 0, 10, 1, 10},       //
         {4294967295U, 1, 4294967294U, 0, 4294967294U, 1},
     };
     for (const Case& c : cases) {
@@ -50,7 +50,8 @@ public:
     }
     void SetScanline(const std::uint8_t* pScanline, std::uint32_t row) override {
         EXPECT_EQ(row, Rows.size()) << "rows come from the top";
-        const std::size_t size = (std::size_t{m_pSourceImageMetaData->Width} * PixelFormatSize(m_pSourceImageMetaData->Format) + 7) / 8;
+        const std::size_t size =
+            (std::size_t{m_pSourceImageMetaData->Width} * PixelFormatSize(m_pSourceImageMetaData->Format) + 7) / 8;
         Rows.emplace_back(pScanline, pScanline + size);
     }
     const FilterData& Data() const { return *m_pSourceImageMetaData; }

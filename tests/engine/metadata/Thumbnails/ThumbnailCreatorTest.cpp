@@ -27,8 +27,9 @@ Bytes GrayOf(const BitmapData& thumbnail) {
     Bytes gray;
     const Bytes pixels = PixelBytes(thumbnail);
     for (std::size_t i = 0; i < pixels.size(); i += 4) {
-        EXPECT_EQ(Bytes(pixels.begin() + static_cast<std::ptrdiff_t>(i), pixels.begin() + static_cast<std::ptrdiff_t>(i) + 4),
-                  (Bytes{pixels[i], pixels[i], pixels[i], 255}));
+        EXPECT_EQ(
+            Bytes(pixels.begin() + static_cast<std::ptrdiff_t>(i), pixels.begin() + static_cast<std::ptrdiff_t>(i) + 4),
+            (Bytes{pixels[i], pixels[i], pixels[i], 255}));
         gray.push_back(pixels[i]);
     }
     return gray;
@@ -36,7 +37,8 @@ Bytes GrayOf(const BitmapData& thumbnail) {
 
 Bytes GrayThumbnail(InterpolationMode mode, std::uint32_t width, std::uint32_t height, const Bytes& pixels,
                     std::uint32_t newWidth, std::uint32_t newHeight) {
-    return GrayOf(MakeThumbnail(mode, MakeRaster(width, height, PixelFormat::Format8bppGrayScale, pixels), newWidth, newHeight));
+    return GrayOf(
+        MakeThumbnail(mode, MakeRaster(width, height, PixelFormat::Format8bppGrayScale, pixels), newWidth, newHeight));
 }
 
 TEST(ThumbnailCreator, NearestTakesTheFirstToReachAPixel) {
@@ -52,12 +54,14 @@ TEST(ThumbnailCreator, AnisotropicMeansOfSamples) {
               (Bytes{(10 + 21 + 31 + 40) / 4, (40 + 50) / 2, (60 + 70) / 2, 90}));
     // Three to two with 3 by 3 samples: step 2/3, so 0, 0, 1 and 2, 2 (2.67), 2 (cut); nine samples of six pixels.
     pixels = {9, 30, 90, 18, 60, 180, 0, 0, 0};
-    EXPECT_EQ(GrayThumbnail(InterpolationMode::Anisotropic9, 3, 3, pixels, 2, 2)[0], (2 * (9 + 9 + 30) + 18 + 18 + 60) / 9);
+    EXPECT_EQ(GrayThumbnail(InterpolationMode::Anisotropic9, 3, 3, pixels, 2, 2)[0],
+              (2 * (9 + 9 + 30) + 18 + 18 + 60) / 9);
     // Rows may come in any order.
     BitmapData thumbnail(2, 2, PixelFormat::Format32bppArgb);
     std::unique_ptr<IThumbnailCreator> pCreator;
     const BitmapData image = MakeRaster(3, 3, PixelFormat::Format8bppGrayScale, pixels);
-    IThumbnailCreator::CreateThumbnailer(InterpolationMode::Anisotropic9, 3, 3, image.GetPixelFormat(), nullptr, &thumbnail, &pCreator);
+    IThumbnailCreator::CreateThumbnailer(InterpolationMode::Anisotropic9, 3, 3, image.GetPixelFormat(), nullptr,
+                                         &thumbnail, &pCreator);
     for (const std::uint32_t row : {2U, 0U, 1U}) {
         pCreator->SetScanline(row, image.GetScanlineRef(row));
     }
@@ -123,18 +127,21 @@ TEST(ThumbnailCreator, Misuse) {
             EXPECT_THROW(create(mode, 4, 1), ArgumentException);
         }
     }
-    EXPECT_THROW(IThumbnailCreator::CreateThumbnailer(Modes[0], 4, 4, PixelFormat::Format24bppRgb, nullptr, nullptr, &pCreator),
-                 ArgumentNullPointerException);
-    EXPECT_THROW(IThumbnailCreator::CreateThumbnailer(Modes[0], 4, 4, PixelFormat::Format24bppRgb, nullptr, &thumbnail, nullptr),
-                 ArgumentNullPointerException);
+    EXPECT_THROW(
+        IThumbnailCreator::CreateThumbnailer(Modes[0], 4, 4, PixelFormat::Format24bppRgb, nullptr, nullptr, &pCreator),
+        ArgumentNullPointerException);
+    EXPECT_THROW(
+        IThumbnailCreator::CreateThumbnailer(Modes[0], 4, 4, PixelFormat::Format24bppRgb, nullptr, &thumbnail, nullptr),
+        ArgumentNullPointerException);
     const Bytes row(12);
     create(InterpolationMode::Lanczos3Filter, 4, 4);
     pCreator->SetScanline(0, row.data());
     pCreator->SetScanline(1, row.data());
     EXPECT_THROW(pCreator->SetScanline(3, row.data()), UnsupportedScanlinesOrderException);
     BitmapData wrong(2, 2, PixelFormat::Format24bppRgb);
-    EXPECT_THROW(IThumbnailCreator::CreateThumbnailer(Modes[0], 4, 4, PixelFormat::Format24bppRgb, nullptr, &wrong, &pCreator),
-                 UnsupportedPixelFormatException);
+    EXPECT_THROW(
+        IThumbnailCreator::CreateThumbnailer(Modes[0], 4, 4, PixelFormat::Format24bppRgb, nullptr, &wrong, &pCreator),
+        UnsupportedPixelFormatException);
 }
 
 /// Through a decoder: a packed bottom-up file, whose lines must be turned round first, and a raw one.
