@@ -9,10 +9,8 @@
 
 namespace Tool {
 
-/// What is wrong with a file, in words for the user; the program ends with exit code 1.
-struct FileFailure {
-    std::string Text;
-};
+/// The file that a command works on at the moment, for the line that tells a failure.
+std::filesystem::path& CurrentFile();
 
 /// A size of the command line: "800x600", "800x", "x600" (the other side follows) or "50%".
 struct RequestedSize {
@@ -33,7 +31,7 @@ struct ConvertOptions {
     std::optional<Corvane::Rasterloom::PixelFormat> PixelFormat;
 };
 
-// Each command prints to standard output and fails with the library's exceptions or `FileFailure`.
+// Each command prints to standard output and fails with the library's exceptions.
 
 void RunInfo(const std::filesystem::path& file);
 void RunConvert(const ConvertOptions& options);

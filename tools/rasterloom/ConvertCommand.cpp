@@ -2,6 +2,7 @@
 #include "Progress.h"
 
 #include <Corvane/Rasterloom/Bitmap.h>
+#include <Corvane/Rasterloom/Codecs/FormatManager.h>
 #include <Corvane/Rasterloom/ColorPaletteType.h>
 #include <Corvane/Rasterloom/EnumNames.h>
 #include <Corvane/Rasterloom/Exceptions.h>
@@ -9,6 +10,8 @@
 #include <Corvane/Rasterloom/Transforms/PixelFormatConverter.h>
 #include <Corvane/Rasterloom/TransformsProvider.h>
 
+#include <algorithm>
+#include <cctype>
 #include <charconv>
 #include <chrono>
 #include <cmath>
@@ -66,6 +69,19 @@ void Convert(Bitmap& bitmap, PixelFormat format) {
     converter.ApplyTransform(bitmap);
 }
 
+/// Fails with `MediaUnsupportedException` when no format that can be saved has the file's extension.
+void RequireWriter(const std::filesystem::path& file) {
+    std::string wanted = "*" + file.extension().string();
+    std::ranges::transform(wanted, wanted.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    for (const auto format : Codecs::FormatManager::SupportedMediaFormatsForSave()) {
+        const std::string filter = ";" + Codecs::FormatManager::GetFilterString(format) + ";";
+        if (filter.find(";" + wanted + ";") != std::string::npos) {
+            return;
+        }
+    }
+    throw Codecs::MediaUnsupportedException();
+}
+
 } // namespace
 
 std::optional<RequestedSize> RequestedSize::Parse(const std::string& text) {
@@ -82,6 +98,10 @@ std::optional<RequestedSize> RequestedSize::Parse(const std::string& text) {
 }
 
 void RunConvert(const ConvertOptions& options) {
+    // A format that cannot be written is told before the work, not after it.
+    CurrentFile() = options.Output;
+    RequireWriter(options.Output);
+    CurrentFile() = options.Input;
     Bitmap bitmap;
     Progress progress(bitmap);
     Step(progress, "load", [&] {
@@ -100,6 +120,7 @@ void RunConvert(const ConvertOptions& options) {
             return Describe(bitmap);
         });
     }
+    CurrentFile() = options.Output;
     Step(progress, "save", [&] {
         bitmap.Save(options.Output);
         return options.Output.string();

@@ -35,24 +35,29 @@ template <class E> CLI::Option* AddEnumOption(CLI::App& command, const std::stri
         });
 }
 
-/// One clear line for whatever went wrong with `file`.
-int Report(const std::filesystem::path& file, const std::string& cause) {
-    std::fprintf(stderr, "rasterloom: %s: %s\n", file.c_str(), cause.c_str());
+/// One clear line for whatever went wrong with the file at hand.
+int Report(const std::string& cause) {
+    std::fprintf(stderr, "rasterloom: %s: %s\n", Tool::CurrentFile().c_str(), cause.c_str());
     return FileFailed;
 }
 
-int Run(const std::filesystem::path& file, const std::function<void()>& command) {
+int Run(const std::function<void()>& command) {
     try {
         command();
         return 0;
     } catch (const AbortedException&) {
-        return Report(file, "interrupted");
+        return Report("interrupted");
     } catch (const std::exception& exception) {
-        return Report(file, exception.what());
+        return Report(exception.what());
     }
 }
 
 } // namespace
+
+std::filesystem::path& Tool::CurrentFile() {
+    static std::filesystem::path s_file;
+    return s_file;
+}
 
 int main(int argc, char** argv) {
     Tool::InstallInterruptHandler();
@@ -88,10 +93,11 @@ int main(int argc, char** argv) {
         return app.exit(error) == 0 ? 0 : UsageFailed;
     }
     if (info->parsed()) {
-        return Run(file, [&] { Tool::RunInfo(file); });
+        Tool::CurrentFile() = file;
+        return Run([&] { Tool::RunInfo(file); });
     }
     if (convert->parsed()) {
-        return Run(options.Input, [&] { Tool::RunConvert(options); });
+        return Run([&] { Tool::RunConvert(options); });
     }
-    return formats->parsed() ? Run("formats", Tool::RunFormats) : UsageFailed;
+    return formats->parsed() ? Run(Tool::RunFormats) : UsageFailed;
 }

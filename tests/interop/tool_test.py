@@ -1,0 +1,82 @@
+#!/usr/bin/env python3
+"""The command-line program as a user meets it. Usage: tool_test.py RASTERLOOM PICTURE.bmp"""
+import os
+import pathlib
+import signal
+import struct
+import subprocess
+import sys
+import tempfile
+import unittest
+
+TOOL, PICTURE = sys.argv[1], sys.argv[2]
+
+
+def tool(*arguments):
+    return subprocess.run([TOOL, *map(str, arguments)], capture_output=True, text=True, check=False)
+
+
+class ToolTest(unittest.TestCase):
+    def setUp(self):
+        self.folder = tempfile.TemporaryDirectory()
+        self.path = pathlib.Path(self.folder.name)
+
+    def tearDown(self):
+        self.folder.cleanup()
+
+    def test_info_tells_what_a_picture_is(self):
+        result = tool("info", PICTURE)
+        self.assertEqual(result.returncode, 0)
+        for text in ("BMP (Windows Bitmap)", "720 x 480", "Format24bppRgb", "150.01 x 150.01 dpi"):
+            self.assertIn(text, result.stdout)
+        self.assertIn("*.bmp;*.dib", tool("formats").stdout)
+
+    def test_sizes_and_formats(self):
+        out = self.path / "out.bmp"
+        for size, width, height in (("360x", 360, 240), ("x100", 150, 100), ("50%", 360, 240), ("9x9", 9, 9)):
+            self.assertEqual(tool("convert", PICTURE, out, "--resize", size, "--interpolation", "bilinear").returncode, 0)
+            self.assertEqual(struct.unpack_from("<ii", out.read_bytes(), 18), (width, height), size)
+        self.assertEqual(tool("convert", PICTURE, out, "--pixel-format", "Format4bppIndexed").returncode, 0)
+        self.assertEqual(struct.unpack_from("<H", out.read_bytes(), 28), (4,))
+
+    def test_failures_are_one_line_with_file_and_cause(self):
+        cases = [
+            (("info", self.path / "none.bmp"), 1, "none.bmp"),
+            (("convert", PICTURE, self.path / "out.xyz"), 1, "out.xyz: The media format is not supported."),
+            (("convert", PICTURE, self.path / "no" / "out.bmp"), 1, "out.bmp"),
+            (("convert", PICTURE), 2, ""),
+            (("convert", PICTURE, "x.bmp", "--resize", "huge"), 2, "'huge' is no size"),
+            (("convert", PICTURE, "x.bmp", "--pixel-format", "Format7"), 2, "Format24bppRgb"),
+            (("nothing",), 2, ""),
+        ]
+        for arguments, code, text in cases:
+            result = tool(*arguments)
+            self.assertEqual(result.returncode, code, arguments)
+            self.assertIn(text, result.stderr)
+            if code == 1:
+                self.assertEqual(result.stderr.count("\n"), 1, result.stderr)
+        self.assertEqual(os.listdir(self.path), [])
+
+    def test_a_failure_leaves_the_old_file(self):
+        out, broken = self.path / "out.bmp", self.path / "broken.bmp"
+        out.write_bytes(b"old")
+        broken.write_bytes(pathlib.Path(PICTURE).read_bytes()[:5000])
+        self.assertEqual(tool("convert", broken, out).returncode, 1)
+        self.assertEqual(out.read_bytes(), b"old")
+        self.assertEqual(sorted(os.listdir(self.path)), ["broken.bmp", "out.bmp"])
+
+    def test_an_interrupt_stops_the_work_and_leaves_no_file(self):
+        out = self.path / "out.bmp"
+        process = subprocess.Popen([TOOL, "convert", PICTURE, str(out), "--resize", "16000x12000", "--interpolation",
+                                    "MitchellFilter"], stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+        self.assertTrue(process.stdout.readline() or True)
+        process.send_signal(signal.SIGINT)
+        _, errors = process.communicate(timeout=120)
+        self.assertNotEqual(process.returncode, 0)
+        if process.returncode == 1:  # otherwise the signal came before the program listened
+            self.assertIn("interrupted", errors)
+        self.assertEqual(os.listdir(self.path), [])
+
+
+if __name__ == "__main__":
+    unittest.main(argv=[sys.argv[0]], verbosity=2)
