@@ -5,12 +5,20 @@
 #include "metadata/Streams/TempFile.h"
 
 #include <cerrno>
+#include <cstring>
 #include <fcntl.h>
 #include <fmt/format.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace ImagingFramework {
+
+namespace {
+
+constexpr std::uint64_t GatherSize = std::uint64_t{1} << 18;
+
+} // namespace
 
 FileStream::FileStream(const std::filesystem::path& fileName, FileStreamFlags flags)
     : m_strFileName(fileName), m_strTarget(fileName), m_enFlags(flags) {
@@ -83,9 +91,22 @@ void FileStream::OpenTemporary() {
     m_hFile = std::move(m_pTempFile->GetHandle());
 }
 
+bool FileStream::WriteGathered() {
+    if (m_uintGathered == 0) {
+        return true;
+    }
+    std::uint64_t written = 0;
+    const int error = m_hFile.Write(m_gathered.Get(), std::exchange(m_uintGathered, 0), written);
+    if (m_intWriteError == 0) {
+        m_intWriteError = error;
+    }
+    return error == 0;
+}
+
 bool FileStream::Read(void* pBuffer, std::uint64_t size, std::uint64_t* pRead) {
     std::uint64_t read = 0;
-    const bool good = m_hFile.IsOpen() && pBuffer != nullptr && m_hFile.Read(pBuffer, size, read) == 0;
+    const bool good =
+        m_hFile.IsOpen() && pBuffer != nullptr && WriteGathered() && m_hFile.Read(pBuffer, size, read) == 0;
     if (pRead != nullptr) {
         *pRead = read;
     }
@@ -94,7 +115,23 @@ bool FileStream::Read(void* pBuffer, std::uint64_t size, std::uint64_t* pRead) {
 
 bool FileStream::Write(const void* pBuffer, std::uint64_t size, std::uint64_t* pWritten) {
     std::uint64_t written = 0;
-    const bool good = m_hFile.IsOpen() && pBuffer != nullptr && m_hFile.Write(pBuffer, size, written) == 0;
+    bool good = m_hFile.IsOpen() && pBuffer != nullptr;
+    if (good && CanGather() && size < GatherSize) {
+        good = m_uintGathered + size <= GatherSize || WriteGathered();
+        if (good) {
+            m_gathered.AllocateSize(m_gathered ? 0 : GatherSize);
+            std::memcpy(m_gathered.Get() + m_uintGathered, pBuffer, size);
+            m_uintGathered += size;
+            written = size;
+        }
+    } else if (good) {
+        good = WriteGathered();
+        const int error = good ? m_hFile.Write(pBuffer, size, written) : 0;
+        if (error != 0) {
+            m_intWriteError = m_intWriteError != 0 ? m_intWriteError : error;
+            good = false;
+        }
+    }
     if (pWritten != nullptr) {
         *pWritten = written;
     }
@@ -102,25 +139,32 @@ bool FileStream::Write(const void* pBuffer, std::uint64_t size, std::uint64_t* p
 }
 
 bool FileStream::Seek(std::int64_t offset, SeekOrigin origin, std::uint64_t* pPosition) {
-    if (!m_hFile.IsOpen() || m_hFile.Seek(offset, origin) != 0) {
+    if (!m_hFile.IsOpen()) {
+        return false;
+    }
+    const bool question = offset == 0 && origin == SeekOrigin::Current;
+    if (!question && !WriteGathered()) {
+        return false;
+    }
+    if (m_hFile.Seek(offset, origin) != 0) {
         return false;
     }
     if (pPosition != nullptr) {
-        *pPosition = m_hFile.GetPosition();
+        *pPosition = m_hFile.GetPosition() + m_uintGathered;
     }
     return true;
 }
 
 bool FileStream::Stat(std::uint64_t* pSize) {
-    return m_hFile.IsOpen() && pSize != nullptr && m_hFile.GetSize(*pSize) == 0;
+    return m_hFile.IsOpen() && pSize != nullptr && WriteGathered() && m_hFile.GetSize(*pSize) == 0;
 }
 
 bool FileStream::SetSize(std::uint64_t size) {
-    return m_hFile.IsOpen() && m_hFile.SetSize(size) == 0;
+    return m_hFile.IsOpen() && WriteGathered() && m_hFile.SetSize(size) == 0;
 }
 
 bool FileStream::Commit() {
-    return m_hFile.IsOpen() && m_hFile.Commit() == 0;
+    return m_hFile.IsOpen() && WriteGathered() && m_hFile.Commit() == 0;
 }
 
 int FileStream::SaveTemporary() {
@@ -149,9 +193,11 @@ void FileStream::Close() {
     if (!m_hFile.IsOpen()) {
         return;
     }
+    WriteGathered(); // a failure is in `m_intWriteError`
     std::uint64_t size = 0;
     const bool empty = Has(FileStreamFlags::DeleteWhenEmpty) && m_hFile.GetSize(size) == 0 && size == 0;
     int error = m_hFile.Close();
+    error = m_intWriteError != 0 ? m_intWriteError : error;
     if (m_pTempFile == nullptr) {
         if (empty) {
             ::unlink(m_strFileName.c_str());

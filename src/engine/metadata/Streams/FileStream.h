@@ -1,5 +1,6 @@
 #pragma once
 
+#include "MemoryManagement/MemPtr.h"
 #include "metadata/Streams/FileHandle.h"
 #include "metadata/Streams/IStream.h"
 
@@ -66,6 +67,9 @@ private:
     void OpenTemporary();
     [[noreturn]] void FailToOpen(int error) const;
     int SaveTemporary();
+    /// Gives the gathered bytes to the temporary file.
+    bool WriteGathered();
+    bool CanGather() const { return m_pTempFile != nullptr; }
 
     std::filesystem::path m_strFileName;
     std::filesystem::path m_strTarget; ///< the file that a symbolic link leads to
@@ -74,6 +78,11 @@ private:
     bool m_bOrdinaryTarget = true;
     std::unique_ptr<TempFile> m_pTempFile;
     FileHandle m_hFile;
+    /// Bytes for the temporary file that follow its position. The system takes large blocks twice as fast as rows, and
+    /// nobody else sees the file before it is whole.
+    MemPtr<std::uint8_t> m_gathered;
+    std::uint64_t m_uintGathered = 0;
+    int m_intWriteError = 0; ///< the first one; the target is not replaced then
 };
 
 } // namespace ImagingFramework

@@ -5,10 +5,12 @@
 #include "metadata/Streams/TempFile.h"
 
 #include <algorithm>
+#include <csignal>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
 #include <set>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
@@ -142,6 +144,59 @@ TEST_F(FileStreamFiles, FailuresToOpen) {
     fs::create_directory(m_folder / "late");
     EXPECT_THROW(stream.Close(), Exception);
     EXPECT_EQ(Names(), (std::set<std::string>{"late"}));
+}
+
+TEST_F(FileStreamFiles, RowsAndBlocksKeepTheirOrder) {
+    std::string expected;
+    {
+        FileStream stream(m_folder / "rows", FileStreamFlags::Encoder);
+        const auto append = [&](std::size_t size, char c) {
+            const std::string text(size, c);
+            EXPECT_TRUE(stream.Write(text.data(), size, nullptr));
+            expected += text;
+            std::uint64_t position = 0;
+            EXPECT_TRUE(stream.Seek(0, SeekOrigin::Current, &position));
+            EXPECT_EQ(position, expected.size());
+        };
+        for (char c = 'A'; c < 'z'; ++c) {
+            append(12000, c);
+        }
+        append(600000, '1');
+        append(5, '2');
+        std::uint64_t size = 0;
+        EXPECT_TRUE(stream.Stat(&size));
+        EXPECT_EQ(size, expected.size());
+        append(5, '3');
+        char last = 0;
+        EXPECT_TRUE(stream.Seek(-1, SeekOrigin::End, nullptr) && stream.Read(&last, 1, nullptr));
+        EXPECT_EQ(last, '3');
+        append(5, '4');
+        stream.SetCompleted(true);
+    }
+    EXPECT_TRUE(Get(m_folder / "rows") == expected);
+}
+
+TEST_F(FileStreamFiles, AFullDeviceLeavesTheOldFile) {
+    const fs::path name = Put("picture", "old");
+    const struct rlimit unlimited = [] {
+        struct rlimit limit {};
+        ::getrlimit(RLIMIT_FSIZE, &limit);
+        return limit;
+    }();
+    struct rlimit small = unlimited;
+    small.rlim_cur = 1000;
+    ::signal(SIGXFSZ, SIG_IGN);
+    {
+        FileStream stream(name, FileStreamFlags::Encoder);
+        const std::string text(5000, 'x');
+        EXPECT_TRUE(stream.Write(text.data(), text.size(), nullptr));
+        stream.SetCompleted(true);
+        ::setrlimit(RLIMIT_FSIZE, &small);
+        EXPECT_THROW(stream.Close(), Exception);
+        ::setrlimit(RLIMIT_FSIZE, &unlimited);
+    }
+    EXPECT_EQ(Get(name), "old");
+    EXPECT_EQ(Names(), (std::set<std::string>{"picture"}));
 }
 
 TEST_F(FileStreamFiles, DirectFlags) {
