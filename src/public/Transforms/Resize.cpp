@@ -2,7 +2,6 @@
 
 #include "CallEngine.h"
 #include "Common/BitmapData.h"
-#include "Common/EngineModule.h"
 #include "Common/Numeric.h"
 #include "ObjectGuard.h"
 #include "Validator.h"
@@ -228,7 +227,6 @@ void Resize::ExportSettings() {
         transform.SetWidth(static_cast<std::uint32_t>(width));
         transform.SetHeight(static_cast<std::uint32_t>(height));
         transform.SetInterpolationMode(static_cast<engine::InterpolationMode>(m_enInterpolationMode));
-        transform.SetParallel(engine::GetOmpSupport());
         ExportCrop();
     });
 }
