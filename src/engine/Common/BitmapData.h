@@ -82,7 +82,8 @@ public:
     void Create(std::uint32_t width, std::uint32_t height, PixelFormat format, const ColorMap* pPalette = nullptr);
     void Empty() noexcept;
     bool IsAttached() const noexcept { return m_bAttached; }
-    /// Shows a part of `parent`: memory, palette and profile are shared. Corners in either order. Fails with
+    /// Shows a part of `parent`: memory, palette and profile are shared. Corners in either order; the greater ones lie
+    /// outside the part, so its width is their difference. Fails with
     /// `ArgumentException` for an empty parent ("objData"), a corner outside it, and a part that does not begin and end on
     /// whole bytes ("rectangle"); a part as wide as the parent is always whole.
     void AttachPartially(const BitmapData& parent, const RegionRect& rectangle);

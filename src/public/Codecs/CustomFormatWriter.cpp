@@ -88,8 +88,8 @@ void CustomFormatWriter::_FrameSaveParameters(Frame& frame) {
 void CustomFormatWriter::_SaveRaster(Frame&, engine::BitmapData& raster) {
     auto shared = CallEngine([&] {
         auto part = std::make_unique<engine::BitmapData>();
-        part->AttachPartially(raster, {0, 0, static_cast<std::int32_t>(raster.GetWidth()) - 1,
-                                       static_cast<std::int32_t>(raster.GetHeight()) - 1});
+        part->AttachPartially(raster, {0, 0, static_cast<std::int32_t>(raster.GetWidth()),
+                                       static_cast<std::int32_t>(raster.GetHeight())});
         return part;
     });
     Bitmap bitmap(std::move(shared));

@@ -76,7 +76,8 @@ TEST_F(BitmapIo, SavesByExtensionAndByOptions) {
     bitmap.Save(stream, &options);
     EXPECT_EQ(stream->GetBuffer(), Read("gray.tst"));
     const BmpEncoderOptions rle(CompressionType::Rle);
-    Bitmap indexed(RgbColor::White, 6, 1, PixelFormat::Format8bppIndexed);
+    const ColorPalette gray(ColorPaletteType::GrayScale);
+    Bitmap indexed(RgbColor::White, 6, 1, PixelFormat::Format8bppIndexed, &gray);
     indexed.Save(File("rle.bmp"), &rle);
     EXPECT_EQ(Read("rle.bmp")[30], 1);
     EXPECT_EQ(Bitmap(File("rle.bmp")).GetPixel(5, 0).ToInt32(), 0xFFFFFFFFU);

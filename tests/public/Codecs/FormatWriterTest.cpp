@@ -87,7 +87,8 @@ TEST_F(FormatWriterTest, ConvertsToTheClosestFormatWithOneProgress) {
                             Case{PixelFormat::Format64bppArgb, Color::FromArgb(128, 1, 2, 3), 32, {3, 2, 1, 128}},
                             Case{PixelFormat::Format16bppAGrayScale, Color::FromArgb(255, 9, 9, 9), 32, {9, 9, 9, 255}},
                             Case{PixelFormat::Format16bppGrayScale, Color::FromGrayScale(200), 24, {200, 200, 200}}}) {
-        Bitmap bitmap(one.Fill, 8, 8, one.From);
+        // Wide enough for a report after each line.
+        Bitmap bitmap(one.Fill, 1200, 4, one.From);
         BmpFrame frame(&bitmap);
         const auto stream = StreamOf({});
         writer.Open(stream);

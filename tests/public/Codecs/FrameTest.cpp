@@ -143,7 +143,8 @@ TEST(Frame, SetBitmapTakesACopy) {
 
 TEST(Frame, ThumbnailsFitIntoTheBoxAndAreNeverIndexed) {
     const auto size = [](Bitmap& bitmap) { return std::make_pair(bitmap.get_Width(), bitmap.get_Height()); };
-    Bitmap source(RgbColor::White, 40, 20, PixelFormat::Format8bppIndexed);
+    const ColorPalette gray(ColorPaletteType::GrayScale);
+    Bitmap source(RgbColor::White, 40, 20, PixelFormat::Format8bppIndexed, &gray);
     BmpFrame frame(&source);
     BmpReader reader(StreamOf(BlackFile(40, 20)));
     const auto read = reader.LoadFrame(0);
