@@ -1,7 +1,7 @@
 #include "metadata/Frames/IFrameDecoder.h"
 
 #include "BmpBuilder.h"
-#include "metadata/Streams/MemoryReader.h"
+#include "metadata/Streams/MemoryStream.h"
 
 #include <gtest/gtest.h>
 
@@ -60,9 +60,9 @@ public:
     std::vector<Bytes> Rows;
 };
 
-std::unique_ptr<BitmapFrameDecoder> Open(const Bytes& file) {
+std::unique_ptr<BitmapFrameDecoder> Open(Bytes file) {
     auto pDecoder = std::make_unique<BitmapFrameDecoder>();
-    pDecoder->Attach(ObjPtr<AbstractReader>(new MemoryReader(file.data(), file.size())));
+    pDecoder->Attach(std::make_shared<MemoryStream>(std::move(file)));
     return pDecoder;
 }
 
