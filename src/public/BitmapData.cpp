@@ -41,7 +41,8 @@ BitmapData::~BitmapData() { DisposeFinally(); }
 
 void BitmapData::Lock() {
     LockableObject::Lock();
-    if (!m_pImpl->m_bLockBitmap) {
+    // A thread that waited while the view ended comes back without the lock, and must not take the bitmap's.
+    if (get__IsDisposed() || !m_pImpl->m_bLockBitmap) {
         return;
     }
     Bitmap* const bitmap = m_pImpl->m_pLink->Get();

@@ -81,15 +81,15 @@ std::shared_ptr<BitmapData> Bitmap::LockBits(const Host::RectangleF& rectangle) 
 }
 
 void Bitmap::UnlockBits(const std::shared_ptr<BitmapData>& bitmapData) {
-    if (!m_pImpl->m_bBitsLocked) {
-        return;
-    }
-    if (!bitmapData) {
-        throw Host::ArgumentNullException("bitmapData");
-    }
     {
         const ObjectGuard guard(*this);
         CheckNotDisposed();
+        if (!m_pImpl->m_bBitsLocked) {
+            return;
+        }
+        if (!bitmapData) {
+            throw Host::ArgumentNullException("bitmapData");
+        }
         if (m_pImpl->m_pLockedBitmapData.lock() != bitmapData) {
             throw Host::ArgumentException("The specified bitmap data has not been created from this bitmap.",
                                           "bitmapData");

@@ -38,6 +38,7 @@ template <class Body> void Step(Progress& progress, const char* name, Body body)
     const std::chrono::duration<double, std::milli> time = std::chrono::steady_clock::now() - start;
     progress.Begin({});
     std::printf("%-8s %s (%.1f ms)\n", name, text.c_str(), time.count());
+    std::fflush(stdout);
 }
 
 std::string Describe(Bitmap& bitmap) {
