@@ -392,8 +392,8 @@ void FormatWriter::ThreadProc() {
     }
 }
 
-/// Two operations that share the progress. The counter of the thread never goes back, so both report through one host that
-/// turns them into halves.
+/// Two operations that share the progress. The counter of the thread never goes back, so both report through one host
+/// that turns them into halves.
 void FormatWriter::ConvertAndSave(const engine::BitmapData& raster, PixelFormat format) {
     constexpr std::int32_t steps = 200;
     const std::uint32_t start = engine::GetTickCount();

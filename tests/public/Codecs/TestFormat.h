@@ -62,7 +62,8 @@ protected:
     std::unique_ptr<CustomFrame> GetEmptyFrame() override { return std::make_unique<CustomFrame>(); }
     void LoadFrameParameters(CustomFrame& frame) override {
         ++ParameterLoads;
-        frame.InitializeCustomFrameTU(m_header[5], m_header[6], PixelFormat::Format8bppGrayScale, 300, 200, 4, 5, "named");
+        frame.InitializeCustomFrameTU(m_header[5], m_header[6], PixelFormat::Format8bppGrayScale, 300, 200, 4, 5,
+                                      "named");
     }
     void LoadFrameBitmap() override {
         if (Work) {

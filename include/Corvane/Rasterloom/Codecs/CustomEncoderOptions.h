@@ -4,8 +4,8 @@
 
 namespace Corvane::Rasterloom::Codecs {
 
-/// The base of the settings of a host's own format. With a `ToFrame` of the host's that frame is saved; else the writer's
-/// empty frame, which imports these settings.
+/// The base of the settings of a host's own format. With a `ToFrame` of the host's that frame is saved; else the
+/// writer's empty frame, which imports these settings.
 class RASTERLOOM_API CustomEncoderOptions : public EncoderOptions {
 public:
     CustomEncoderOptions() = default;

@@ -8,8 +8,8 @@ namespace Corvane::Rasterloom::Codecs {
 
 /// The base of the reader of a host's own format. Register it with `FormatManager` to have `Bitmap::Load` find it.
 ///
-/// The members to implement are called with the reader's lock held, by one thread at a time: they use the helpers here, and
-/// none of the members that take the lock. `Clone` makes a closed reader of the same class.
+/// The members to implement are called with the reader's lock held, by one thread at a time: they use the helpers
+/// here, and none of the members that take the lock. `Clone` makes a closed reader of the same class.
 class RASTERLOOM_API CustomFormatReader : public FormatReader {
 public:
     ~CustomFormatReader() override;
@@ -27,13 +27,14 @@ protected:
     /// @{
     /// A new frame of the host's class, for `LoadFrame`.
     virtual std::unique_ptr<CustomFrame> GetEmptyFrame() = 0;
-    /// Sets the cells of the frame. Comes once for a frame, when the first of its properties is read; what is not set then
-    /// stays 0, or 72 dots per inch.
+    /// Sets the cells of the frame. Comes once for a frame, when the first of its properties is read; what is not set
+    /// then stays 0, or 72 dots per inch.
     virtual void LoadFrameParameters(CustomFrame& frame) = 0;
     /// Reads the frame that `GetFrameIndexToLoad` tells, in the form that `GetLoadingMode` tells, and ends with
     /// `SetLoadedBitmap`. Runs in the operation: `ResetEvents` with 100 steps was called, so `UpdateEvents` may be.
     virtual void LoadFrameBitmap() = 0;
-    /// Reads the headers of a stream that can seek, and ends with `SetFrameCount`. The stream is valid until `CloseReader`.
+    /// Reads the headers of a stream that can seek, and ends with `SetFrameCount`. The stream is valid until
+    /// `CloseReader`.
     virtual void OpenReader(const std::shared_ptr<Host::Stream>& stream) = 0;
     /// Whether the stream holds this format; reads from the present position and need not restore it.
     virtual bool IsSupported(Host::Stream& stream) = 0;
@@ -55,11 +56,12 @@ protected:
     void SetMediaFormat(std::int64_t value) noexcept;
     /// Declares more steps. Only in `LoadFrameBitmap`, as the next ones.
     void ResetEvents(std::int32_t count);
-    /// Steps done, one in the first form. Fails with `AbortedException` and `TimeoutException`, which must be let through.
+    /// Steps done, one in the first form. Fails with `AbortedException` and `TimeoutException`, which must be let
+    /// through.
     void UpdateEvents();
     void UpdateEvents(std::int32_t step);
-    /// Takes the raster of `bitmap`, which is empty afterwards. Null fails with `Host::ArgumentNullException` ("bitmap"), an
-    /// empty one with `BitmapEmptyException` ("bitmap").
+    /// Takes the raster of `bitmap`, which is empty afterwards. Null fails with `Host::ArgumentNullException`
+    /// ("bitmap"), an empty one with `BitmapEmptyException` ("bitmap").
     void SetLoadedBitmap(Bitmap* bitmap);
     std::int32_t GetFrameIndexToLoad() const noexcept;
     /// The box of the thumbnail, 0 for a free side.

@@ -11,8 +11,8 @@ class EngineFileStream;
 
 /// The base of the writer of a host's own format. Register it with `FormatManager` to have `Bitmap::Save` find it.
 ///
-/// The members to implement are called with the writer's lock held, by one thread at a time: they use the helpers here, and
-/// none of the members that take the lock. `Clone` makes a closed writer of the same class.
+/// The members to implement are called with the writer's lock held, by one thread at a time: they use the helpers
+/// here, and none of the members that take the lock. `Clone` makes a closed writer of the same class.
 class RASTERLOOM_API CustomFormatWriter : public FormatWriter {
 public:
     ~CustomFormatWriter() override;
@@ -40,10 +40,11 @@ protected:
 
     /// Nothing in the base: the stream is there for `GetStream` already.
     virtual void OpenWriter(const std::shared_ptr<Host::Stream>& stream);
-    /// Opens a temporary file beside the target, which `CloseWriter` puts in the target's place, and calls the form above.
+    /// Opens a temporary file beside the target, which `CloseWriter` puts in the target's place, and calls the form
+    /// above.
     virtual void OpenWriter(const std::filesystem::path& fileName);
-    /// Ends the file. What the base opened replaces the target when a frame was added and something was written; else the
-    /// target stays as it was. An override calls the base's last.
+    /// Ends the file. What the base opened replaces the target when a frame was added and something was written; else
+    /// the target stays as it was. An override calls the base's last.
     virtual void CloseWriter();
     /// Sends the settings of a frame before its image. Nothing in the base.
     virtual void SaveFrameParameters(CustomFrame& frame);

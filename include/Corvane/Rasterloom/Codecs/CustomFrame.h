@@ -6,8 +6,8 @@ namespace Corvane::Rasterloom::Codecs {
 
 /// The base of the frames of a host's own format, and a plain one itself.
 ///
-/// The members that end in TU reach the cells of the properties without the lock: they are for the subclass, its reader and
-/// its writer. Setting a cell counts it as loaded.
+/// The members that end in TU reach the cells of the properties without the lock: they are for the subclass, its
+/// reader and its writer. Setting a cell counts it as loaded.
 class RASTERLOOM_API CustomFrame : public Frame {
 public:
     /// A frame to be written, until a reader is set.

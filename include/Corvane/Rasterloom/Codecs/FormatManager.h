@@ -15,8 +15,8 @@ namespace Corvane::Rasterloom::Codecs {
 
 /// The lists of readers and writers: finds the one for a file, and takes those of the host.
 ///
-/// The lists hold one object of each codec and hand out clones. All members may be called from any thread. When no codec
-/// fits, members fail with `MediaUnsupportedException`.
+/// The lists hold one object of each codec and hand out clones. All members may be called from any thread. When no
+/// codec fits, members fail with `MediaUnsupportedException`.
 class RASTERLOOM_API FormatManager {
 public:
     FormatManager() = delete;
@@ -46,14 +46,14 @@ public:
     using ReaderFactory = std::function<std::unique_ptr<IFormatReader>()>;
     using WriterFactory = std::function<std::unique_ptr<IFormatWriter>()>;
 
-    /// Adds the codec that `reader` makes. One of the same media format is replaced when its `CodecPriority` is lower, else
-    /// the old one stays. A codec of the media format 0 or -1 is not added. An empty function fails with
+    /// Adds the codec that `reader` makes. One of the same media format is replaced when its `CodecPriority` is lower,
+    /// else the old one stays. A codec of the media format 0 or -1 is not added. An empty function fails with
     /// `Host::ArgumentNullException` ("reader", "writer"), one that gives null with `Host::ArgumentException`.
     static void RegisterFormatReader(const ReaderFactory& reader);
     static void RegisterFormatWriter(const WriterFactory& writer);
 
-    /// The first reader that knows the content, opened. Null and empty arguments fail with `Host::ArgumentNullException`
-    /// ("stream", "fileName").
+    /// The first reader that knows the content, opened. Null and empty arguments fail with
+    /// `Host::ArgumentNullException` ("stream", "fileName").
     static std::unique_ptr<IFormatReader> CreateFormatReader(const std::shared_ptr<Host::Stream>& stream);
     static std::unique_ptr<IFormatReader> CreateFormatReader(const std::filesystem::path& fileName);
     /// Closed.
@@ -83,7 +83,8 @@ public:
     static std::string GetFilterString(std::int64_t mediaFormat);
     static std::string GetMimeType(std::int64_t mediaFormat);
     /// One entry of a file dialog for several formats; repeated ones count once.
-    static std::string GetFilterString(const std::vector<std::int64_t>& mediaFormats, const std::string& title = "Formats");
+    static std::string GetFilterString(const std::vector<std::int64_t>& mediaFormats,
+                                       const std::string& title = "Formats");
 
     /// Holds the lists still for several calls of one thread, which may take the lock more than once.
     static void Lock();

@@ -16,8 +16,8 @@ namespace Corvane::Rasterloom::Codecs {
 class Frame;
 enum class FrameProperty : std::uint32_t;
 
-/// The base of the readers of each format. Loading a frame is its operation: `Progress`, `Abort` and the timeout are those
-/// of a load, and the reader's lock is held meanwhile. A failed load leaves the reader open.
+/// The base of the readers of each format. Loading a frame is its operation: `Progress`, `Abort` and the timeout are
+/// those of a load, and the reader's lock is held meanwhile. A failed load leaves the reader open.
 ///
 /// For those who derive: call `DisposeFinally` first in the destructor, as `SyncHandler` says.
 class RASTERLOOM_API FormatReader : public SyncHandler, public IFormatReader {

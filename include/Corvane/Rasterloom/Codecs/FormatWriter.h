@@ -16,10 +16,10 @@ namespace Corvane::Rasterloom::Codecs {
 
 class Frame;
 
-/// The base of the writers of each format. Adding a frame is its operation: `Progress`, `Abort` and the timeout are those of
-/// a save, the conversion to a format that the file can hold included. The locks of writer and frame are held meanwhile,
-/// taken in this order, until `AddFrame` returns. A frame of a reader is loaded by its reader first, whose events tell of that; `Abort`, `Pause` and
-/// `Continue` reach the reader as well.
+/// The base of the writers of each format. Adding a frame is its operation: `Progress`, `Abort` and the timeout are
+/// those of a save, the conversion to a format that the file can hold included. The locks of writer and frame are held
+/// meanwhile, taken in this order, until `AddFrame` returns. A frame of a reader is loaded by its reader first, whose
+/// events tell of that; `Abort`, `Pause` and `Continue` reach the reader as well.
 ///
 /// For those who derive: call `DisposeFinally` first in the destructor, as `SyncHandler` says.
 class RASTERLOOM_API FormatWriter : public SyncHandler, public IFormatWriter {

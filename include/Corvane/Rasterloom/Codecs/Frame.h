@@ -14,10 +14,10 @@ class FormatReader;
 
 /// The base of the frames of each format.
 ///
-/// A frame of a reader is a lazy view: each property asks the reader once, when it is first read. It is valid while the file
-/// that it is of is open in its reader; what it has read by then stays. Later, and after the reader is gone, members that
-/// need the reader fail, with `ObjectNotOpenedException` ("reader") and `UnexpectedException`. A frame to be written holds
-/// its properties itself, and those of its image come from the bitmap that it is given.
+/// A frame of a reader is a lazy view: each property asks the reader once, when it is first read. It is valid while
+/// the file that it is of is open in its reader; what it has read by then stays. Later, and after the reader is gone,
+/// members that need the reader fail, with `ObjectNotOpenedException` ("reader") and `UnexpectedException`. A frame to
+/// be written holds its properties itself, and those of its image come from the bitmap that it is given.
 ///
 /// Locks are taken in the order frame, bitmap, reader; `GetBitmap` and `GetThumbnail` hold the frame's to the end.
 class RASTERLOOM_API Frame : public LockableObject, public IFrame {
@@ -58,7 +58,8 @@ public:
     /// Fails with `UnexpectedException` when the frame has no bitmap and no reader, or a reader that is not in the mode
     /// `Sync`. The bitmap that was given to the frame, else a new one from the reader, which the frame does not keep.
     std::shared_ptr<Bitmap> _GetBitmap();
-    /// As `SetBitmap`, but without the copy: the bitmap is locked and read when the frame is written. It may die before.
+    /// As `SetBitmap`, but without the copy: the bitmap is locked and read when the frame is written. It may die
+    /// before.
     void _SetBitmapReference(Bitmap& bitmap);
     virtual void _SetBitmap(Bitmap& bitmap);
     virtual void _SetLeft(std::int32_t value);

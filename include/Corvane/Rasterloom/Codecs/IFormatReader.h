@@ -24,9 +24,9 @@ public:
     virtual std::int32_t get_FrameCount() = 0;
     /// Whether frames can be loaded in any order.
     virtual bool get_IsFrameSeekable() = 0;
-    /// Closes what was open and reads from the first byte of the stream, which may be one that cannot seek and stays the
-    /// host's. Fails with `Host::ArgumentNullException` ("stream", "fileName"), `MediaUnsupportedException` for what is of
-    /// another format, `MediaCorruptedException`.
+    /// Closes what was open and reads from the first byte of the stream, which may be one that cannot seek and stays
+    /// the host's. Fails with `Host::ArgumentNullException` ("stream", "fileName"), `MediaUnsupportedException` for
+    /// what is of another format, `MediaCorruptedException`.
     virtual void Open(const std::shared_ptr<Host::Stream>& stream) = 0;
     virtual void Open(const std::filesystem::path& fileName) = 0;
     virtual void Close() = 0;

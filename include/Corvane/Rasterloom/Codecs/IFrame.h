@@ -51,13 +51,13 @@ public:
     virtual void GetBitmap(Bitmap* bitmap) = 0;
     /// Takes a copy of `bitmap` as the image of the frame, and remembers the bitmap itself for its events of saving.
     virtual void SetBitmap(Bitmap* bitmap) = 0;
-    /// Fills `bitmap` with a reduced form that fits into the box and keeps the proportions; a side of 0 is free, and nothing
-    /// is ever enlarged. Fails with `Host::ArgumentOutOfRangeException` for a negative side and for two of 0. The bitmap
-    /// raises `Changing` and `Changed` with `LoadThumbnail`.
+    /// Fills `bitmap` with a reduced form that fits into the box and keeps the proportions; a side of 0 is free, and
+    /// nothing is ever enlarged. Fails with `Host::ArgumentOutOfRangeException` for a negative side and for two of 0.
+    /// The bitmap raises `Changing` and `Changed` with `LoadThumbnail`.
     virtual void GetThumbnail(Bitmap* bitmap, std::int32_t width, std::int32_t height) = 0;
 
-    /// Null fails with `Host::ArgumentNullException` ("options"). Settings of another format that the frame does not know
-    /// are left out.
+    /// Null fails with `Host::ArgumentNullException` ("options"). Settings of another format that the frame does not
+    /// know are left out.
     virtual void ImportEncoderOptions(const EncoderOptions* options) = 0;
     virtual void ExportEncoderOptions(EncoderOptions* options) = 0;
     virtual std::unique_ptr<EncoderOptions> ExportEncoderOptions() = 0;

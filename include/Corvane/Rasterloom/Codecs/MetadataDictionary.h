@@ -27,14 +27,14 @@ namespace Corvane::Rasterloom::Codecs {
 class MetadataEnumerator;
 
 /// A value of a metadata dictionary; `std::monostate` is no value. Of a 64-bit number the low 32 bits count, unsigned.
-using MetadataValue = std::variant<std::monostate, std::int32_t, std::int64_t, std::uint32_t, Rational, UnsignedRational,
-                                   std::string, std::vector<std::uint8_t>, std::shared_ptr<Bitmap>>;
+using MetadataValue = std::variant<std::monostate, std::int32_t, std::int64_t, std::uint32_t, Rational,
+                                   UnsignedRational, std::string, std::vector<std::uint8_t>, std::shared_ptr<Bitmap>>;
 
 /// A key with its first value.
 using MetadataEntry = std::pair<std::uint32_t, MetadataValue>;
 
-/// Metadata of one kind: one or more values per key. Adds nothing to the storage that it stands on, which says what keys and
-/// values there are. Every call takes the lock. Of a 64-bit key the low 32 bits count.
+/// Metadata of one kind: one or more values per key. Adds nothing to the storage that it stands on, which says what
+/// keys and values there are. Every call takes the lock. Of a 64-bit key the low 32 bits count.
 class RASTERLOOM_API MetadataDictionary : public LockableObject {
 public:
     using Storage = ImagingFramework::IDictionary<std::uint32_t, ImagingFramework::DataItem>;

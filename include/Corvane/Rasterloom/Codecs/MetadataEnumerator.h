@@ -4,8 +4,8 @@
 
 namespace Corvane::Rasterloom::Codecs {
 
-/// A cursor over a metadata dictionary, at first before the first entry. Reads the keys when it is made; an entry that is
-/// removed later fails with `Host::ArgumentException` when it is read.
+/// A cursor over a metadata dictionary, at first before the first entry. Reads the keys when it is made; an entry that
+/// is removed later fails with `Host::ArgumentException` when it is read.
 class RASTERLOOM_API MetadataEnumerator {
 public:
     /// Null fails with `Host::ArgumentNullException` ("metaData").

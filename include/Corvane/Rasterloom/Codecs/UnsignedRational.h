@@ -12,7 +12,8 @@ namespace Corvane::Rasterloom::Codecs {
 class RASTERLOOM_API UnsignedRational {
 public:
     UnsignedRational() = default;
-    UnsignedRational(std::uint32_t dividend, std::uint32_t divider) : m_uintDividend(dividend), m_uintDivider(divider) {}
+    UnsignedRational(std::uint32_t dividend, std::uint32_t divider)
+        : m_uintDividend(dividend), m_uintDivider(divider) {}
 
     std::uint32_t get_Dividend() const noexcept { return m_uintDividend; }
     void set_Dividend(std::uint32_t value) noexcept { m_uintDividend = value; }
