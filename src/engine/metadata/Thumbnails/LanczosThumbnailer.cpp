@@ -146,12 +146,17 @@ void LanczosThumbnailer<Sample>::ReduceRow(const Sample* pSource, Sample* pDesti
 template <class Sample>
 void LanczosThumbnailer<Sample>::ProduceRows(std::uint32_t lastRow) {
     while (m_uintNextThumbRow < m_uintThumbHeight) {
-        const std::uint32_t first = m_vertical.GetWeights(m_uintNextThumbRow, m_rowWeights);
-        if (first + m_rowWeights.size() > std::size_t{lastRow} + 1) {
+        // Once for each row that is made, not for each that comes in: a tall image has many weights a row.
+        if (!m_bRowWeightsReady) {
+            m_uintFirstWeighted = m_vertical.GetWeights(m_uintNextThumbRow, m_rowWeights);
+            m_bRowWeightsReady = true;
+        }
+        if (m_uintFirstWeighted + m_rowWeights.size() > std::size_t{lastRow} + 1) {
             return;
         }
-        ProduceRow(first);
+        ProduceRow(m_uintFirstWeighted);
         ++m_uintNextThumbRow;
+        m_bRowWeightsReady = false;
     }
 }
 

@@ -59,6 +59,8 @@ private:
     std::vector<double> m_rowWeights;
     std::int64_t m_intLastRow = -1;
     std::uint32_t m_uintNextThumbRow = 0;
+    std::uint32_t m_uintFirstWeighted = 0; ///< the first source row of the next thumbnail row
+    bool m_bRowWeightsReady = false;       ///< `m_rowWeights` belong to the next thumbnail row
 };
 
 extern template class LanczosThumbnailer<std::uint8_t>;
