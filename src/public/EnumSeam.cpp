@@ -1,14 +1,23 @@
 // Enumerations that both layers have cross the seam by a cast, so their values must be equal.
 
+#include "Common/InterpolationMode.h"
 #include "Common/PixelFormat.h"
+#include "Common/SpaceUnitConverter.h"
+#include "colorconversion/ConversionTypes.h"
+#include "colorconversion/Dithering.h"
 #include "metadata/FileFormat.h"
 #include "metadata/MetaDataTypes.h"
 
 #include <Corvane/Rasterloom/Codecs/CompressionType.h>
 #include <Corvane/Rasterloom/Codecs/DisposalMethod.h>
 #include <Corvane/Rasterloom/Codecs/FormatManager.h>
+#include <Corvane/Rasterloom/ColorPaletteType.h>
+#include <Corvane/Rasterloom/DitheringType.h>
 #include <Corvane/Rasterloom/PixelFormat.h>
+#include <Corvane/Rasterloom/Transforms/InterpolationMode.h>
+#include <Corvane/Rasterloom/Unit.h>
 
+#include <cstdint>
 #include <type_traits>
 
 namespace {
@@ -103,5 +112,64 @@ RASTERLOOM_SAME_MEDIA(Mpeg);
 #undef RASTERLOOM_SAME
 #undef RASTERLOOM_SAME_CODE
 #undef RASTERLOOM_SAME_MEDIA
+
+#define RASTERLOOM_SAME_VALUE(PublicEnum, EngineEnum, Name)                                                            \
+    static_assert(static_cast<std::int64_t>(Public::PublicEnum::Name) ==                                               \
+                  static_cast<std::int64_t>(ImagingFramework::EngineEnum::Name))
+
+RASTERLOOM_SAME_VALUE(DitheringType, DitheringType, None);
+RASTERLOOM_SAME_VALUE(DitheringType, DitheringType, Original);
+RASTERLOOM_SAME_VALUE(DitheringType, DitheringType, FloydSteinberg);
+RASTERLOOM_SAME_VALUE(DitheringType, DitheringType, Fan);
+RASTERLOOM_SAME_VALUE(DitheringType, DitheringType, Jarvis);
+RASTERLOOM_SAME_VALUE(DitheringType, DitheringType, Stucki);
+RASTERLOOM_SAME_VALUE(DitheringType, DitheringType, Sierra);
+RASTERLOOM_SAME_VALUE(DitheringType, DitheringType, Burkes);
+RASTERLOOM_SAME_VALUE(DitheringType, DitheringType, Stephenson);
+RASTERLOOM_SAME_VALUE(DitheringType, DitheringType, OrderedBayer2);
+RASTERLOOM_SAME_VALUE(DitheringType, DitheringType, OrderedBayer3);
+RASTERLOOM_SAME_VALUE(DitheringType, DitheringType, OrderedBayer4);
+RASTERLOOM_SAME_VALUE(DitheringType, DitheringType, OrderedSpiral2);
+RASTERLOOM_SAME_VALUE(DitheringType, DitheringType, OrderedSpiral3);
+RASTERLOOM_SAME_VALUE(DitheringType, DitheringType, OrderedSpiral4);
+RASTERLOOM_SAME_VALUE(DitheringType, DitheringType, Noise);
+
+RASTERLOOM_SAME_VALUE(ColorPaletteType, ColorMapType, Adaptive);
+RASTERLOOM_SAME_VALUE(ColorPaletteType, ColorMapType, Custom);
+RASTERLOOM_SAME_VALUE(ColorPaletteType, ColorMapType, WebSafe);
+RASTERLOOM_SAME_VALUE(ColorPaletteType, ColorMapType, Windows);
+RASTERLOOM_SAME_VALUE(ColorPaletteType, ColorMapType, Mac);
+RASTERLOOM_SAME_VALUE(ColorPaletteType, ColorMapType, GrayScale);
+RASTERLOOM_SAME_VALUE(ColorPaletteType, ColorMapType, Bicolor);
+
+RASTERLOOM_SAME_VALUE(Transforms::InterpolationMode, InterpolationMode, LowQuality);
+RASTERLOOM_SAME_VALUE(Transforms::InterpolationMode, InterpolationMode, MediumQuality);
+RASTERLOOM_SAME_VALUE(Transforms::InterpolationMode, InterpolationMode, HighQuality);
+RASTERLOOM_SAME_VALUE(Transforms::InterpolationMode, InterpolationMode, NearestNeighbour);
+RASTERLOOM_SAME_VALUE(Transforms::InterpolationMode, InterpolationMode, Bilinear);
+RASTERLOOM_SAME_VALUE(Transforms::InterpolationMode, InterpolationMode, Trilinear);
+RASTERLOOM_SAME_VALUE(Transforms::InterpolationMode, InterpolationMode, Anisotropic4);
+RASTERLOOM_SAME_VALUE(Transforms::InterpolationMode, InterpolationMode, Anisotropic9);
+RASTERLOOM_SAME_VALUE(Transforms::InterpolationMode, InterpolationMode, HermiteFilter);
+RASTERLOOM_SAME_VALUE(Transforms::InterpolationMode, InterpolationMode, BoxFilter);
+RASTERLOOM_SAME_VALUE(Transforms::InterpolationMode, InterpolationMode, TriangleFilter);
+RASTERLOOM_SAME_VALUE(Transforms::InterpolationMode, InterpolationMode, BellFilter);
+RASTERLOOM_SAME_VALUE(Transforms::InterpolationMode, InterpolationMode, SplineFilter);
+RASTERLOOM_SAME_VALUE(Transforms::InterpolationMode, InterpolationMode, Lanczos3Filter);
+RASTERLOOM_SAME_VALUE(Transforms::InterpolationMode, InterpolationMode, MitchellFilter);
+RASTERLOOM_SAME_VALUE(Transforms::InterpolationMode, InterpolationMode, ScaleToGray);
+
+RASTERLOOM_SAME_VALUE(Unit, LinearUnit, Pixel);
+RASTERLOOM_SAME_VALUE(Unit, LinearUnit, Inch);
+RASTERLOOM_SAME_VALUE(Unit, LinearUnit, Mm);
+RASTERLOOM_SAME_VALUE(Unit, LinearUnit, Cm);
+RASTERLOOM_SAME_VALUE(Unit, LinearUnit, M);
+RASTERLOOM_SAME_VALUE(Unit, LinearUnit, Point);
+RASTERLOOM_SAME_VALUE(Unit, LinearUnit, Pica);
+RASTERLOOM_SAME_VALUE(Unit, LinearUnit, Column);
+RASTERLOOM_SAME_VALUE(Unit, LinearUnit, Twip);
+RASTERLOOM_SAME_VALUE(Unit, LinearUnit, Document);
+
+#undef RASTERLOOM_SAME_VALUE
 
 } // namespace
