@@ -107,6 +107,19 @@ std::vector<std::uint8_t> BitmapData::GetProfileData() const {
 void BitmapData::Create(std::uint32_t width, std::uint32_t height, PixelFormat format, const ColorMap* pPalette) {
     // A palette of this very raster must outlive the emptying.
     std::shared_ptr<ColorMap> palette = pPalette != nullptr ? std::make_shared<ColorMap>(*pPalette) : nullptr;
+    Create(width, height, format, true);
+    m_pColorMap = std::move(palette);
+}
+
+void BitmapData::CreateForOverwrite(std::uint32_t width, std::uint32_t height, PixelFormat format) {
+    Create(width, height, format, false);
+    const std::uint32_t rowSize = GetRowSize();
+    for (std::uint32_t row = 0; rowSize != m_uintStride && row < m_uintHeight; ++row) {
+        std::memset(GetScanlineRef(row) + rowSize, 0, m_uintStride - rowSize);
+    }
+}
+
+void BitmapData::Create(std::uint32_t width, std::uint32_t height, PixelFormat format, bool zeroed) {
     Empty();
     if (format == PixelFormat::FormatUnknown) {
         throw ArgumentException("format", "Pixel format should be known.");
@@ -116,11 +129,10 @@ void BitmapData::Create(std::uint32_t width, std::uint32_t height, PixelFormat f
     m_uintWidth = width;
     m_uintHeight = height;
     m_format = format;
-    AllocatePixels();
-    m_pColorMap = std::move(palette);
+    AllocatePixels(zeroed);
 }
 
-void BitmapData::AllocatePixels() {
+void BitmapData::AllocatePixels(bool zeroed) {
     if (m_uintWidth == 0 || m_uintHeight == 0) {
         return;
     }
@@ -129,7 +141,7 @@ void BitmapData::AllocatePixels() {
     if (size > std::numeric_limits<std::uint32_t>::max()) {
         throw OverflowException();
     }
-    m_pMemory = AllocSharedBytes(size);
+    m_pMemory = AllocSharedBytes(size, zeroed);
     m_pPixels = m_pMemory.get();
     m_uintStride = stride;
 }

@@ -73,6 +73,7 @@ void IFrameDecoderImpl::RunFrame(BitmapData*& pBitmapData, std::uint32_t uintFra
     try {
         DecodeInternalGuarded();
     } catch (...) {
+        m_pOutput->Empty(); // what was not decoded may hold anything
         ResetFrameState();
         throw;
     }
@@ -100,6 +101,18 @@ void IFrameDecoderImpl::DecodeFrameToThumbnail(std::uint32_t uintThumbnailWidth,
     RunFrame(pBitmapData, uintFrameIndex);
 }
 
+void IFrameDecoderImpl::DecodeToTag(ItemTag& tag) {
+    BitmapData* pBitmapData = tag.IsEmpty() ? nullptr : static_cast<BitmapData*>(tag);
+    const auto frameIndex = static_cast<std::uint32_t>(tag.GetFrameIndex());
+    if (tag.GetMetaDataId() == MetaDataId::FrameBitmap) {
+        DecodeFrame(pBitmapData, frameIndex);
+    } else {
+        SetThumbnailKind(tag.GetThumbnailInterpolation());
+        DecodeFrameToThumbnail(tag.GetThumbnailWidth(), tag.GetThumbnailHeight(), pBitmapData, frameIndex);
+    }
+    tag = pBitmapData;
+}
+
 void IFrameDecoderImpl::Start(const std::uint32_t* pFrameIndex) {
     const std::uint32_t index = pFrameIndex == nullptr ? 0 : *pFrameIndex;
     CheckFrameIndex(index);
@@ -117,23 +130,29 @@ void IFrameDecoderImpl::ResetFrameState() {
     m_uintThumbnailWidth = 0;
     m_uintThumbnailHeight = 0;
     m_uintFrameIndex = 0;
+    SetReducedSize(0, 0);
 }
 
 void IFrameDecoderImpl::FreeFrameResources() {
     m_pThumbnailer.reset();
     m_pFilterData.reset();
     m_pFrameColorMap.reset();
+    m_frameProfile.clear();
 }
 
 // --- Output
 
-void IFrameDecoderImpl::CreateBitmapData() {
+void IFrameDecoderImpl::CreateBitmapData(PixelCover cover) {
     CheckFrameSize(m_uintWidth, m_uintHeight, GetPixelFormat());
     if (m_bProducerMode) {
         return;
     }
     if (!m_bThumbnailMode) {
-        m_pOutput->Create(m_uintWidth, m_uintHeight, GetPixelFormat());
+        if (cover == PixelCover::Whole) {
+            m_pOutput->CreateForOverwrite(m_uintWidth, m_uintHeight, GetPixelFormat());
+        } else {
+            m_pOutput->Create(m_uintWidth, m_uintHeight, GetPixelFormat());
+        }
         return;
     }
     CalculateThumbnailDimensions(m_uintWidth, m_uintHeight, m_uintThumbnailWidth, m_uintThumbnailHeight);
@@ -151,6 +170,15 @@ void IFrameDecoderImpl::SetResolution() {
     if (m_pOutput) {
         m_pOutput->SetHorizontalResolution(GetResolutionX());
         m_pOutput->SetVerticalResolution(GetResolutionY());
+    }
+}
+
+void IFrameDecoderImpl::SetColorProfile() {
+    const std::vector<std::uint8_t>& profile = GetColorProfileRef();
+    if (m_bProducerMode) {
+        m_frameProfile = profile;
+    } else if (!profile.empty() && !m_bThumbnailMode) {
+        m_pOutput->SetProfile(profile.data(), profile.size());
     }
 }
 
@@ -187,6 +215,7 @@ void IFrameDecoderImpl::InitializeConsumers() {
     if (m_pFrameColorMap != nullptr) {
         data->Palette = std::make_shared<ColorMap>(*m_pFrameColorMap);
     }
+    data->Profile = m_frameProfile;
     m_pFilterData = data;
     for (const std::shared_ptr<IScanLineConsumer>& pConsumer : m_consumers) {
         pConsumer->Initialize(m_pFilterData);
@@ -194,7 +223,9 @@ void IFrameDecoderImpl::InitializeConsumers() {
 }
 
 void IFrameDecoderImpl::CreateThumbnailer() {
-    IThumbnailCreator::CreateThumbnailer(m_thumbnailKind, m_uintWidth, m_uintHeight, GetPixelFormat(),
+    const bool reduced = m_uintReducedWidth != 0;
+    IThumbnailCreator::CreateThumbnailer(m_thumbnailKind, reduced ? m_uintReducedWidth : m_uintWidth,
+                                         reduced ? m_uintReducedHeight : m_uintHeight, GetPixelFormat(),
                                          m_pFrameColorMap.get(), m_pOutput.Get(), &m_pThumbnailer);
 }
 
