@@ -4,10 +4,7 @@
 
 namespace Corvane::Rasterloom {
 
-/// How an adaptive palette is found.
-enum class ColorQuantizationAlgorithm : std::int32_t {
-    Octree = 0,    ///< a tree over the bits of the colours, reduced as it grows; over alpha as well where alpha counts
-    MedianCut = 1, ///< boxes of colours, cut along their longest sides
-};
+/// How the entries of an adaptive palette are found.
+enum class ColorQuantizationAlgorithm : std::uint32_t { Octree = 0, MedianCut = 1 };
 
 } // namespace Corvane::Rasterloom
