@@ -120,10 +120,11 @@ double ImagequantSeconds(const BitmapData& raster) {
     liq_attr* const attributes = liq_attr_create();
     liq_image* const image = liq_image_create_rgba(attributes, bytes.data(), Width, Height, 0);
     liq_result* result = nullptr;
-    liq_image_quantize(image, attributes, &result);
-    liq_set_dithering_level(result, 0.0F);
-    liq_write_remapped_image(result, image, indices.data(), indices.size());
-    liq_result_destroy(result);
+    if (liq_image_quantize(image, attributes, &result) == LIQ_OK) {
+        liq_set_dithering_level(result, 0.0F);
+        liq_write_remapped_image(result, image, indices.data(), indices.size());
+        liq_result_destroy(result);
+    }
     liq_image_destroy(image);
     liq_attr_destroy(attributes);
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();

@@ -8,7 +8,6 @@
 #include <array>
 #include <limits>
 #include <span>
-#include <string>
 #include <utility>
 
 namespace ImagingFramework {
@@ -65,12 +64,11 @@ std::unique_ptr<ColorQuantizer> AdaptivePaletteCreator::CreateQuantizer() const 
 }
 
 template <class AddRow> void AdaptivePaletteCreator::ForEachRow(const BitmapData& bitmapData, AddRow addRow) {
-    const std::filesystem::path* const pProfile = bitmapData.GetProfileNameRef();
-    const std::string profileName = pProfile != nullptr ? pProfile->string() : std::string();
+    // Without a profile to convert to, the picture's own would change nothing, and a broken one would only stop this.
     ColorSpaceManager manager;
+    manager.SetColorManagementEngine(ColorManagementEngine::None);
     manager.InitializePerScanlineHandling(bitmapData.GetWidth(), bitmapData.GetPixelFormat(),
-                                          bitmapData.GetColorMapRef(), pProfile != nullptr ? &profileName : nullptr,
-                                          PixelFormat::Format32bppArgb);
+                                          bitmapData.GetColorMapRef(), nullptr, PixelFormat::Format32bppArgb);
     MemPtr<Pixel> row;
     row.AllocateCount(bitmapData.GetWidth());
     const std::uint32_t height = bitmapData.GetHeight();

@@ -67,8 +67,7 @@ void HexadecimalTreeQuantizer::AddColor(std::uint8_t alpha, std::uint8_t red, st
         alpha = 255;
     }
     // Only the path is premultiplied; the sums are of the plain colours.
-    const std::uint32_t factor = alpha;
-    const std::uint32_t path = Path(alpha, red * factor / 255, green * factor / 255, blue * factor / 255);
+    const std::uint32_t path = Path(alpha, red * alpha / 255U, green * alpha / 255U, blue * alpha / 255U);
     NodeNumber number = 0;
     for (std::uint32_t level = 0; !m_nodes[number].IsLeaf; ++level) {
         ++m_nodes[number].PixelCount;

@@ -67,7 +67,6 @@ TEST(ColorQuantizer, ChecksItsArguments) {
     EXPECT_THROW(quantizer.Open(9, false, 3), ArgumentException);
     EXPECT_EQ(PaletteOf(quantizer), (Colors{Rgb(1, 2, 3)})) << "a refused call changes nothing";
     EXPECT_THROW(quantizer.AddColorsArgb(nullptr, 1), ArgumentNullPointerException);
-    EXPECT_THROW(quantizer.AddColorsRgb(nullptr, 1), ArgumentNullPointerException);
     HexadecimalTreeQuantizer tree;
     MedianCutQuantizer cut;
     for (ColorQuantizer* const other : {static_cast<ColorQuantizer*>(&tree), static_cast<ColorQuantizer*>(&cut)}) {
@@ -81,30 +80,6 @@ TEST(ColorQuantizer, ChecksItsArguments) {
     }
 }
 
-// Bits limit the entries: of three colours that differ in the top bit alone, two bits keep all and one bit keeps two.
-TEST(ColorQuantizer, TakesItsLimitFromTheBits) {
-    const Colors colors{Rgb(0, 0, 0), Rgb(128, 0, 0), Rgb(0, 128, 0)};
-    for (const auto& [bits, count] : {std::pair{2U, 3U}, {1U, 1U}}) {
-        OctreeColorQuantizer quantizer;
-        quantizer.Open(bits, false, 0);
-        for (const Color& color : colors) {
-            quantizer.AddColor(color[1], color[2], color[3]);
-        }
-        // With one bit all are children of the root, which takes them all in.
-        EXPECT_EQ(PaletteOf(quantizer).size(), count);
-    }
-}
-
-TEST(ColorQuantizer, GivesOneEntryForOneColor) {
-    const Colors single(5, Rgb(10, 20, 30));
-    OctreeColorQuantizer octree;
-    HexadecimalTreeQuantizer tree;
-    EXPECT_EQ(Quantize(octree, false, 256, single), (Colors{Rgb(10, 20, 30)}));
-    EXPECT_EQ(Quantize(tree, true, 256, single), (Colors{Rgb(10, 20, 30)}));
-    EXPECT_EQ(MedianCut(256, single), (Colors{Rgb(10, 20, 30)}));
-    EXPECT_EQ(MedianCut(256, {Rgb(10, 20, 30)}), (Colors{Rgb(10, 20, 30)}));
-}
-
 // Black, white and almost black, two entries. The youngest node above the leaves is white's; it is merged first and gains
 // nothing, then black's.
 TEST(OctreeColorQuantizer, MergesTheYoungestFirst) {
@@ -116,17 +91,7 @@ TEST(OctreeColorQuantizer, MergesTheYoungestFirst) {
     EXPECT_EQ(quantizer.GetNearestColorIndex(255, 255, 255), 1);
     EXPECT_EQ(quantizer.GetNearestColorIndex(254, 254, 255), 1) << "a leaf now";
     EXPECT_EQ(quantizer.GetNearestColorIndex(253, 255, 255), -1) << "beside it nothing was added";
-    EXPECT_EQ(quantizer.GetNearestColorIndex(255, 0, 0), -1);
-    // More colours after a palette, and a new start.
-    quantizer.AddColor(255, 254, 255);
-    EXPECT_EQ(PaletteOf(quantizer)[1], Rgb(255, 254, 255)); // green: 509 / 2
-    EXPECT_EQ(Quantize(quantizer, true, 0, {{9, 1, 2, 3}}), (Colors{Rgb(1, 2, 3)})) << "alpha is dropped";
-}
-
-// When more children of the root are leaves than there may be entries, all that is left to merge is the root.
-TEST(OctreeColorQuantizer, MergesTheRootIntoOneColor) {
-    OctreeColorQuantizer quantizer;
-    EXPECT_EQ(Quantize(quantizer, false, 2, {Rgb(0, 0, 0), Rgb(0, 0, 240), Rgb(0, 240, 0)}), (Colors{Rgb(0, 80, 80)}));
+    EXPECT_EQ(Quantize(quantizer, true, 0, {{9, 1, 2, 3}}), (Colors{Rgb(1, 2, 3)})) << "a new start; alpha is dropped";
 }
 
 TEST(OctreeColorQuantizer, EqualsTheOracle) {
@@ -193,7 +158,7 @@ TEST(MedianCutQuantizer, LeavesTheLastRecordOutOfTheFirstBox) {
     EXPECT_EQ(MedianCut(256, {Rgb(0, 0, 0), Rgb(255, 255, 255)}), (Colors{Rgb(127, 127, 127)}));
     EXPECT_EQ(MedianCut(256, {Rgb(0, 0, 0), Rgb(255, 255, 255), Rgb(255, 255, 255)}),
               (Colors{Rgb(0, 0, 0), Rgb(255, 255, 255)}));
-    EXPECT_EQ(MedianCut(1, {Rgb(0, 0, 0), Rgb(255, 255, 255), Rgb(255, 255, 255)}), (Colors{Rgb(170, 170, 170)}));
+    EXPECT_EQ(MedianCut(256, {Rgb(1, 2, 3)}), (Colors{Rgb(1, 2, 3)}));
 }
 
 // Of equal spreads alpha is cut before red, red before green.
@@ -206,9 +171,7 @@ TEST(MedianCutQuantizer, CutsTheLongestSideAndTheFirstOfEquals) {
     const Colors faint{{254, 10, 0, 0}, {255, 11, 0, 0}, {254, 11, 0, 0}, {254, 11, 0, 0}};
     EXPECT_EQ(MedianCut(2, faint), (Colors{{254, 10, 0, 0}, {255, 11, 0, 0}}));
     EXPECT_EQ(MedianCut(2, faint, false), (Colors{Rgb(10, 0, 0), Rgb(11, 0, 0)}));
-}
-
-TEST(MedianCutQuantizer, NeverSplitsTransparentBoxes) {
+    // Boxes that are all transparent are never cut.
     EXPECT_EQ(MedianCut(256, {{0, 0, 0, 0}, {0, 200, 0, 0}, {0, 100, 30, 0}}), (Colors{{0, 100, 10, 0}}));
 }
 
@@ -229,7 +192,7 @@ TEST(MedianCutQuantizer, WrapsItsScores) {
     EXPECT_EQ(MedianCut(3, colors), (Colors{Rgb(136, 136, 0), Rgb(0, 0, 225), Rgb(0, 0, 255)}));
 }
 
-// One box over the sample shows its mean. Of 65536 colours it is exact; of more it strays by less than 0.4 for each sigma.
+// One box over the sample shows its mean. Of 65536 colours it is exact; of more its sigma is below 0.4.
 TEST(MedianCutQuantizer, SamplesManyColorsEvenly) {
     const auto meanOf = [](std::uint64_t seed, std::size_t zeros, std::size_t others) {
         MedianCutQuantizer quantizer(seed);
@@ -248,7 +211,6 @@ TEST(MedianCutQuantizer, SamplesManyColorsEvenly) {
     EXPECT_EQ(meanOf(1, 1, 65536), 199);
     for (std::uint64_t seed = 1; seed <= 5; ++seed) {
         EXPECT_NEAR(meanOf(seed, 500000, 500000), 100, 2);
-        EXPECT_NEAR(meanOf(seed, 75000, 225000), 150, 2);
         EXPECT_NEAR(meanOf(seed, 50000, 150000), 150, 2);
     }
     std::mt19937 random(6);
