@@ -62,6 +62,7 @@ Bitmap::Bitmap(std::unique_ptr<engine::BitmapData> bitmap) {
     }
     m_pImpl = std::make_unique<Impl>(this, std::move(bitmap));
     m_pImpl->m_pTransformsProvider = std::make_shared<TransformsProvider>(m_pImpl->m_pLink);
+    m_pImpl->m_pBitmapStatisticsProvider = std::make_shared<BitmapStatisticsProvider>(m_pImpl->m_pLink);
     UpdatePalette();
 }
 
@@ -102,6 +103,7 @@ void Bitmap::Dispose(bool disposing) {
     _UnlockBits();
     m_pImpl->m_pLink->Clear();
     m_pImpl->m_pTransformsProvider->Dispose();
+    m_pImpl->m_pBitmapStatisticsProvider->Dispose();
     // A palette that the host keeps goes on with its entries; the raster dies here.
     m_pImpl->m_pColorPalette.reset();
     m_pImpl->m_pInternalBitmapData = std::make_unique<engine::BitmapData>();
@@ -457,6 +459,8 @@ void Bitmap::set_Palette(const ColorPalette& palette) {
 }
 
 std::shared_ptr<TransformsProvider> Bitmap::get_Transforms() { return m_pImpl->m_pTransformsProvider; }
+
+std::shared_ptr<BitmapStatisticsProvider> Bitmap::get_Statistics() { return m_pImpl->m_pBitmapStatisticsProvider; }
 
 float Bitmap::GetHorizontalResolution() {
     return static_cast<float>(m_pImpl->m_pInternalBitmapData->GetHorizontalResolution());

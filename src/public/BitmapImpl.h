@@ -5,6 +5,7 @@
 
 #include <Corvane/Rasterloom/Bitmap.h>
 #include <Corvane/Rasterloom/BitmapData.h>
+#include <Corvane/Rasterloom/BitmapStatisticsProvider.h>
 #include <Corvane/Rasterloom/ColorPalette.h>
 #include <Corvane/Rasterloom/TransformsProvider.h>
 
@@ -28,6 +29,7 @@ struct Bitmap::Impl {
     /// Bound to the raster's palette; null without one.
     std::shared_ptr<ColorPalette> m_pColorPalette;
     std::shared_ptr<TransformsProvider> m_pTransformsProvider;
+    std::shared_ptr<BitmapStatisticsProvider> m_pBitmapStatisticsProvider;
 
     std::atomic<bool> m_bAborted{false};
     std::int32_t m_intCurProgress = 0;

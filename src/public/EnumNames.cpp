@@ -55,6 +55,13 @@ constexpr auto ColorPaletteTypeNames = [] {
     });
 }();
 
+constexpr auto ColorQuantizationAlgorithmNames = [] {
+    using E = ColorQuantizationAlgorithm;
+    return std::to_array<EnumName<E>>({
+        RASTERLOOM_NAME(Octree) RASTERLOOM_NAME(MedianCut)
+    });
+}();
+
 constexpr auto DitheringTypeNames = [] {
     using E = DitheringType;
     return std::to_array<EnumName<E>>({
@@ -184,6 +191,10 @@ std::span<const EnumName<Unit>> EnumNames<Unit>() {
 template <>
 std::span<const EnumName<ColorPaletteType>> EnumNames<ColorPaletteType>() {
     return ColorPaletteTypeNames;
+}
+template <>
+std::span<const EnumName<ColorQuantizationAlgorithm>> EnumNames<ColorQuantizationAlgorithm>() {
+    return ColorQuantizationAlgorithmNames;
 }
 template <>
 std::span<const EnumName<DitheringType>> EnumNames<DitheringType>() {

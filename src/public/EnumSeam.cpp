@@ -12,6 +12,7 @@
 #include <Corvane/Rasterloom/Codecs/DisposalMethod.h>
 #include <Corvane/Rasterloom/Codecs/FormatManager.h>
 #include <Corvane/Rasterloom/ColorPaletteType.h>
+#include <Corvane/Rasterloom/ColorQuantizationAlgorithm.h>
 #include <Corvane/Rasterloom/DitheringType.h>
 #include <Corvane/Rasterloom/PixelFormat.h>
 #include <Corvane/Rasterloom/Transforms/InterpolationMode.h>
@@ -141,6 +142,9 @@ RASTERLOOM_SAME_VALUE(ColorPaletteType, ColorMapType, Windows);
 RASTERLOOM_SAME_VALUE(ColorPaletteType, ColorMapType, Mac);
 RASTERLOOM_SAME_VALUE(ColorPaletteType, ColorMapType, GrayScale);
 RASTERLOOM_SAME_VALUE(ColorPaletteType, ColorMapType, Bicolor);
+
+RASTERLOOM_SAME_VALUE(ColorQuantizationAlgorithm, ColorQuantizationAlgorithm, Octree);
+RASTERLOOM_SAME_VALUE(ColorQuantizationAlgorithm, ColorQuantizationAlgorithm, MedianCut);
 
 RASTERLOOM_SAME_VALUE(Transforms::InterpolationMode, InterpolationMode, LowQuality);
 RASTERLOOM_SAME_VALUE(Transforms::InterpolationMode, InterpolationMode, MediumQuality);

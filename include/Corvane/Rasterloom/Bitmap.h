@@ -24,6 +24,7 @@ namespace Corvane::Rasterloom {
 
 class BitmapData;
 class BitmapLink;
+class BitmapStatisticsProvider;
 class ColorPalette;
 class SyncHandler;
 class TransformsProvider;
@@ -153,6 +154,7 @@ public:
     /// Replaces the palette of an indexed raster by a copy; more than 2^bits entries fail with `Host::ArgumentException`.
     void set_Palette(const ColorPalette& palette);
     std::shared_ptr<TransformsProvider> get_Transforms();
+    std::shared_ptr<BitmapStatisticsProvider> get_Statistics();
 
     /// @name Direct access
     /// A view on the raster's memory. One view at a time; as long as it lives the raster cannot be used otherwise.

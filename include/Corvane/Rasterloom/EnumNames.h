@@ -4,6 +4,7 @@
 #include <Corvane/Rasterloom/Api.h>
 #include <Corvane/Rasterloom/BitmapChange.h>
 #include <Corvane/Rasterloom/ColorPaletteType.h>
+#include <Corvane/Rasterloom/ColorQuantizationAlgorithm.h>
 #include <Corvane/Rasterloom/DitheringType.h>
 #include <Corvane/Rasterloom/Codecs/ActionType.h>
 #include <Corvane/Rasterloom/Codecs/CompressionType.h>
@@ -46,6 +47,8 @@ template <>
 RASTERLOOM_API std::span<const EnumName<BitmapChange>> EnumNames<BitmapChange>();
 template <>
 RASTERLOOM_API std::span<const EnumName<ColorPaletteType>> EnumNames<ColorPaletteType>();
+template <>
+RASTERLOOM_API std::span<const EnumName<ColorQuantizationAlgorithm>> EnumNames<ColorQuantizationAlgorithm>();
 template <>
 RASTERLOOM_API std::span<const EnumName<DitheringType>> EnumNames<DitheringType>();
 template <>
