@@ -13,7 +13,8 @@ public:
     void ApplyDithering(const std::uint8_t* pSrcScanline, std::uint8_t* pDestScanline) override;
 
 private:
-    std::vector<std::uint8_t> m_moved; ///< the pixels of a row with the noise added
+    std::vector<std::int16_t> m_offsets; ///< the noise of a row, by byte
+    std::vector<std::uint8_t> m_moved;   ///< the pixels of a row with the noise added
 };
 
 } // namespace ImagingFramework

@@ -1,10 +1,11 @@
 #include "colorconversion/IndexedOrderedDithering.h"
 
-#include "colorconversion/PixelOffset.h"
+#include "colorconversion/ByteOffsets.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <iterator>
 
 namespace ImagingFramework {
 
@@ -73,10 +74,14 @@ void IndexedOrderedDithering::ChooseOfTwo() {
 }
 
 void IndexedOrderedDithering::ChooseNearest() {
-    const auto& thresholds = m_matrix[m_uintRow % m_uintSize];
+    // The thresholds of a row, for all channels, as often as they fit: every size divides the largest.
+    std::int16_t offsets[MaximumSize * 4];
+    for (std::size_t i = 0; i < std::size(offsets); ++i) {
+        offsets[i] = static_cast<std::int16_t>(m_matrix[m_uintRow % m_uintSize][i / 4 % m_uintSize]);
+    }
     m_moved.resize(std::size_t{m_uintScanlineWidth} * 4);
-    for (std::size_t x = 0; x < m_uintScanlineWidth; ++x) {
-        OffsetPixel(m_pSrcScanline + 4 * x, thresholds[x % m_uintSize], m_moved.data() + 4 * x);
+    for (std::size_t i = 0; i < m_moved.size(); i += std::size(offsets)) {
+        OffsetBytes(m_pSrcScanline + i, offsets, std::min(std::size(offsets), m_moved.size() - i), m_moved.data() + i);
     }
     m_pPalette->FindNearestEntries(m_moved.data(), m_uintScanlineWidth, m_pDestScanline);
 }
