@@ -73,6 +73,29 @@ constexpr auto DitheringTypeNames = [] {
     });
 }();
 
+constexpr auto ColorManagementEngineNames = [] {
+    using E = ColorManagementEngine;
+    return std::to_array<EnumName<E>>({
+        RASTERLOOM_NAME(None) RASTERLOOM_NAME(LittleCms) RASTERLOOM_NAME(AdobeCmm)
+    });
+}();
+
+constexpr auto ColorTransformationIntentNames = [] {
+    using E = ColorTransformationIntent;
+    return std::to_array<EnumName<E>>({
+        RASTERLOOM_NAME(Saturation) RASTERLOOM_NAME(RelativeColorimetric) RASTERLOOM_NAME(Perceptual)
+        RASTERLOOM_NAME(AbsoluteColorimetric) RASTERLOOM_NAME(RelativeColorimetricBpc)
+    });
+}();
+
+constexpr auto ColorProfileClassNames = [] {
+    using E = ColorProfileClass;
+    return std::to_array<EnumName<E>>({
+        RASTERLOOM_NAME(Unknown) RASTERLOOM_NAME(Input) RASTERLOOM_NAME(Display) RASTERLOOM_NAME(Output)
+        RASTERLOOM_NAME(Link) RASTERLOOM_NAME(ColorSpace) RASTERLOOM_NAME(Abstract) RASTERLOOM_NAME(NamedColor)
+    });
+}();
+
 constexpr auto BitmapChangeNames = [] {
     using E = BitmapChange;
     return std::to_array<EnumName<E>>({
@@ -199,6 +222,18 @@ std::span<const EnumName<ColorQuantizationAlgorithm>> EnumNames<ColorQuantizatio
 template <>
 std::span<const EnumName<DitheringType>> EnumNames<DitheringType>() {
     return DitheringTypeNames;
+}
+template <>
+std::span<const EnumName<ColorManagementEngine>> EnumNames<ColorManagementEngine>() {
+    return ColorManagementEngineNames;
+}
+template <>
+std::span<const EnumName<ColorTransformationIntent>> EnumNames<ColorTransformationIntent>() {
+    return ColorTransformationIntentNames;
+}
+template <>
+std::span<const EnumName<ColorProfileClass>> EnumNames<ColorProfileClass>() {
+    return ColorProfileClassNames;
 }
 template <>
 std::span<const EnumName<BitmapChange>> EnumNames<BitmapChange>() {

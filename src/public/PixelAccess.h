@@ -6,10 +6,14 @@
 #include <Corvane/Rasterloom/Color.h>
 #include <Corvane/Rasterloom/PixelArray.h>
 
+#include <array>
 #include <cstdint>
 #include <functional>
 
 namespace Corvane::Rasterloom {
+
+/// A colour of `space` from its 16-bit channels in memory order.
+Color MakeColor(ColorSpace space, const std::array<std::int32_t, 5>& channels);
 
 /// Random access to pixels of an engine raster in public terms; what `Bitmap` and its view have in common.
 class PixelAccess {
@@ -18,6 +22,9 @@ public:
 
     /// Borrows the raster, which must not be empty.
     explicit PixelAccess(ImagingFramework::BitmapData& raster) : m_raster(raster) {}
+
+    /// Whether the channels of a format can be read and written one by one.
+    static bool HasWholeSamples(ImagingFramework::PixelFormat format);
 
     Color GetPixel(std::int32_t x, std::int32_t y);
     void SetPixel(std::int32_t x, std::int32_t y, const Color& color);
