@@ -106,19 +106,18 @@ std::vector<std::uint8_t> BitmapData::GetProfileData() const {
 void BitmapData::Create(std::uint32_t width, std::uint32_t height, PixelFormat format, const ColorMap* pPalette) {
     // A palette of this very raster must outlive the emptying.
     std::shared_ptr<ColorMap> palette = pPalette != nullptr ? std::make_shared<ColorMap>(*pPalette) : nullptr;
-    Create(width, height, format, true);
+    Describe(width, height, format);
+    AllocatePixels(true);
     m_pColorMap = std::move(palette);
 }
 
-void BitmapData::CreateForOverwrite(std::uint32_t width, std::uint32_t height, PixelFormat format) {
-    Create(width, height, format, false);
-    const std::uint32_t rowSize = GetRowSize();
-    for (std::uint32_t row = 0; rowSize != m_uintStride && row < m_uintHeight; ++row) {
-        std::memset(GetScanlineRef(row) + rowSize, 0, m_uintStride - rowSize);
-    }
+void BitmapData::CreateUncleared(std::uint32_t width, std::uint32_t height, PixelFormat format) {
+    Describe(width, height, format);
+    AllocatePixels(false);
+    ClearRowEnds();
 }
 
-void BitmapData::Create(std::uint32_t width, std::uint32_t height, PixelFormat format, bool zeroed) {
+void BitmapData::Describe(std::uint32_t width, std::uint32_t height, PixelFormat format) {
     Empty();
     if (format == PixelFormat::FormatUnknown) {
         throw ArgumentException("format", "Pixel format should be known.");
@@ -128,7 +127,20 @@ void BitmapData::Create(std::uint32_t width, std::uint32_t height, PixelFormat f
     m_uintWidth = width;
     m_uintHeight = height;
     m_format = format;
-    AllocatePixels(zeroed);
+}
+
+/// What no pixel covers must not tell what the memory held before: files get it.
+void BitmapData::ClearRowEnds() {
+    if (IsEmpty()) {
+        return;
+    }
+    const std::size_t whole = static_cast<std::size_t>(std::uint64_t{m_uintWidth} * PixelFormatSize(m_format) / 8);
+    if (whole == m_uintStride) {
+        return;
+    }
+    for (std::size_t y = 0; y < m_uintHeight; ++y) {
+        std::memset(m_pPixels + y * m_uintStride + whole, 0, m_uintStride - whole);
+    }
 }
 
 void BitmapData::AllocatePixels(bool zeroed) {

@@ -64,6 +64,17 @@ void IFrameDecoderImpl::FreeAfterFailure() {
     }
 }
 
+void IFrameDecoderImpl::DecodeToOutput() {
+    try {
+        DecodeInternalGuarded();
+    } catch (const UnsupportedScanlinesOrderException&) {
+        if (!m_bThumbnailMode) {
+            throw;
+        }
+        FillThumbnailFromFrame();
+    }
+}
+
 void IFrameDecoderImpl::RunFrame(BitmapData*& pBitmapData, std::uint32_t uintFrameIndex) {
     m_uintFrameIndex = uintFrameIndex;
     m_pOutput.Reset(pBitmapData, false);
@@ -71,7 +82,7 @@ void IFrameDecoderImpl::RunFrame(BitmapData*& pBitmapData, std::uint32_t uintFra
         m_pOutput.Reset(new BitmapData, true);
     }
     try {
-        DecodeInternalGuarded();
+        DecodeToOutput();
     } catch (...) {
         m_pOutput->Empty(); // what was not decoded may hold anything
         ResetFrameState();
@@ -149,7 +160,7 @@ void IFrameDecoderImpl::CreateBitmapData(PixelCover cover) {
     }
     if (!m_bThumbnailMode) {
         if (cover == PixelCover::Whole) {
-            m_pOutput->CreateForOverwrite(m_uintWidth, m_uintHeight, GetPixelFormat());
+            m_pOutput->CreateUncleared(m_uintWidth, m_uintHeight, GetPixelFormat());
         } else {
             m_pOutput->Create(m_uintWidth, m_uintHeight, GetPixelFormat());
         }
@@ -196,7 +207,10 @@ void IFrameDecoderImpl::SetScanline(const std::uint8_t* pScanline, std::uint32_t
         }
     } else if (m_bThumbnailMode) {
         if (m_pThumbnailer == nullptr) {
-            CreateThumbnailer();
+            const bool reduced = m_uintReducedWidth != 0;
+            m_pThumbnailer =
+                CreateThumbnailer(reduced ? m_uintReducedWidth : m_uintWidth,
+                                  reduced ? m_uintReducedHeight : m_uintHeight, GetPixelFormat(), m_pFrameColorMap.get());
         }
         m_pThumbnailer->SetScanline(row, pScanline);
     } else {
@@ -222,11 +236,29 @@ void IFrameDecoderImpl::InitializeConsumers() {
     }
 }
 
-void IFrameDecoderImpl::CreateThumbnailer() {
-    const bool reduced = m_uintReducedWidth != 0;
-    IThumbnailCreator::CreateThumbnailer(m_thumbnailKind, reduced ? m_uintReducedWidth : m_uintWidth,
-                                         reduced ? m_uintReducedHeight : m_uintHeight, GetPixelFormat(),
-                                         m_pFrameColorMap.get(), m_pOutput.Get(), &m_pThumbnailer);
+std::unique_ptr<IThumbnailCreator> IFrameDecoderImpl::CreateThumbnailer(std::uint32_t width, std::uint32_t height,
+                                                                        PixelFormat format,
+                                                                        const ColorMap* pColorMap) {
+    std::unique_ptr<IThumbnailCreator> pThumbnailer;
+    IThumbnailCreator::CreateThumbnailer(m_thumbnailKind, width, height, format, pColorMap, m_pOutput.Get(),
+                                         &pThumbnailer);
+    return pThumbnailer;
+}
+
+/// The same lines to the same kind of thumbnailer, only from a raster and from the top.
+void IFrameDecoderImpl::FillThumbnailFromFrame() {
+    ObjPtr<BitmapData> pThumbnail = std::move(m_pOutput);
+    BitmapData frame;
+    m_pOutput.Reset(&frame, false);
+    m_bThumbnailMode = false;
+    DecodeInternalGuarded();
+    m_pOutput = std::move(pThumbnail);
+    const auto pThumbnailer =
+        CreateThumbnailer(frame.GetWidth(), frame.GetHeight(), frame.GetPixelFormat(), frame.GetColorMapRef());
+    for (std::uint32_t row = 0; row < frame.GetHeight(); ++row) {
+        pThumbnailer->SetScanline(row, frame.GetScanlineRef(row));
+        UpdateEvents(0);
+    }
 }
 
 // --- Thumbnail size

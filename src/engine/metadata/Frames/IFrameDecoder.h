@@ -28,7 +28,8 @@ public:
     /// stays as it was. An index outside the frames fails with `ArgumentOutOfRangeException` ("uintFrameIndex").
     virtual void DecodeFrame(BitmapData*& pBitmapData, std::uint32_t uintFrameIndex) = 0;
     /// The same for a `Format32bppArgb` raster that fits into the box and is never larger than the frame; 0 leaves a
-    /// side free. The frame itself is never held. Both sides 0 fail with `ArgumentException`.
+    /// side free. The frame itself is not held, unless its lines come in an order that the kind of the thumbnail cannot
+    /// take: then it is decoded again as a whole, with the same result. Both sides 0 fail with `ArgumentException`.
     virtual void DecodeFrameToThumbnail(std::uint32_t uintThumbnailWidth, std::uint32_t uintThumbnailHeight,
                                         BitmapData*& pBitmapData, std::uint32_t uintFrameIndex) = 0;
 };
@@ -113,10 +114,13 @@ protected:
 private:
     void CheckFrameIndex(std::uint32_t uintFrameIndex) const;
     void RunFrame(BitmapData*& pBitmapData, std::uint32_t uintFrameIndex);
+    void DecodeToOutput();
     void DecodeInternalGuarded();
     void FreeAfterFailure();
     void InitializeConsumers();
-    void CreateThumbnailer();
+    std::unique_ptr<IThumbnailCreator> CreateThumbnailer(std::uint32_t width, std::uint32_t height, PixelFormat format,
+                                                         const ColorMap* pColorMap);
+    void FillThumbnailFromFrame();
 
     ObjPtr<BitmapData> m_pOutput; ///< owned when the decoder made it
     bool m_bThumbnailMode = false;
