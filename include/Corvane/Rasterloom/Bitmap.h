@@ -25,7 +25,7 @@ namespace Corvane::Rasterloom {
 class BitmapData;
 class BitmapLink;
 class ColorPalette;
-class SyncHandler;
+class ISyncHandler;
 class TransformsProvider;
 namespace Codecs {
 class EncoderOptions;
@@ -219,7 +219,7 @@ public:
     void _OnProgress(std::int32_t step);
     /// For the progress of a reader, writer or transform at work on this bitmap; `sender` (may be null) is told to stop
     /// when `Abort` was called.
-    void _OnProgress(SyncHandler* sender, ProgressEventArgs& args);
+    void _OnProgress(ISyncHandler* sender, ProgressEventArgs& args);
     bool get__Aborted() const noexcept;
     void set__Aborted(bool aborted) noexcept;
 
