@@ -17,6 +17,8 @@ namespace ImagingFramework {
 namespace {
 
 constexpr std::uint64_t GatherSize = std::uint64_t{1} << 18;
+/// This system has one number for a missing file and a missing folder; the list of codes has two.
+constexpr std::int32_t PathNotFoundCode = 3;
 
 } // namespace
 
@@ -44,7 +46,12 @@ FileStream::~FileStream() {
 }
 
 void FileStream::FailToOpen(int error) const {
-    ThrowSystemError(error, fmt::format("Unable to open file '{}'.", m_strFileName.string()));
+    const std::string text = fmt::format("Unable to open file '{}'.", m_strFileName.string());
+    const std::filesystem::path folder = m_strTarget.parent_path();
+    if (error == ENOENT && !folder.empty() && ::access(folder.c_str(), F_OK) != 0) {
+        ThrowWin32Exception(PathNotFoundCode, text);
+    }
+    ThrowSystemError(error, text);
     throw FileOpenException(m_strFileName.string());
 }
 
