@@ -17,6 +17,8 @@ namespace ImagingFramework {
 namespace {
 
 constexpr std::uint64_t GatherSize = std::uint64_t{1} << 18;
+/// Blocks from this size on are not worth the copy.
+constexpr std::uint64_t DirectSize = std::uint64_t{1} << 16;
 /// This system has one number for a missing file and a missing folder; the list of codes has two.
 constexpr std::int32_t PathNotFoundCode = 3;
 
@@ -123,7 +125,7 @@ bool FileStream::Read(void* pBuffer, std::uint64_t size, std::uint64_t* pRead) {
 bool FileStream::Write(const void* pBuffer, std::uint64_t size, std::uint64_t* pWritten) {
     std::uint64_t written = 0;
     bool good = m_hFile.IsOpen() && pBuffer != nullptr;
-    if (good && CanGather() && size < GatherSize) {
+    if (good && CanGather() && size < DirectSize) {
         good = m_uintGathered + size <= GatherSize || WriteGathered();
         if (good) {
             m_gathered.AllocateSize(m_gathered ? 0 : GatherSize);
