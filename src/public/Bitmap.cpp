@@ -243,6 +243,7 @@ void Bitmap::_Create(std::int32_t width, std::int32_t height, PixelFormat format
 void Bitmap::_Create(float width, float height, PixelFormat format, const ColorPalette* palette, bool paletteGiven,
                      const Color* background) {
     CheckNotDisposed();
+    CheckBitsNotLocked();
     if (!(width > 0.0F)) {
         throw Host::ArgumentOutOfRangeException("width", "Width of bitmap should be above zero.");
     }
@@ -282,7 +283,7 @@ void Bitmap::_Load(const PixelArray& array, PixelFormat format, const ColorPalet
     // Filled apart, so that samples which do not fit leave the present raster as it is.
     Bitmap filled;
     filled._Create(array.GetLength(0), array.GetLength(1), format, palette, paletteGiven, nullptr);
-    filled._Import(array);
+    PixelAccess(filled.get__InternalBitmapData()).Import(array, *this);
     _Attach(filled._Detach());
 }
 

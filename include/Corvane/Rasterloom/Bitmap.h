@@ -29,7 +29,7 @@ class ChannelsProvider;
 class ColorManagementProvider;
 class ColorPalette;
 class ColorProfile;
-class SyncHandler;
+class ISyncHandler;
 class TransformsProvider;
 namespace Codecs {
 class EncoderOptions;
@@ -231,7 +231,7 @@ public:
     void _OnProgress(std::int32_t step);
     /// For the progress of a reader, writer or transform at work on this bitmap; `sender` (may be null) is told to stop
     /// when `Abort` was called.
-    void _OnProgress(SyncHandler* sender, ProgressEventArgs& args);
+    void _OnProgress(ISyncHandler* sender, ProgressEventArgs& args);
     bool get__Aborted() const noexcept;
     void set__Aborted(bool aborted) noexcept;
 

@@ -20,7 +20,7 @@ namespace {
 constexpr std::uint64_t SerializedOverhead = 300;
 
 double ToDotsPerInch(double value, LinearUnit unit) {
-    const double dpi = value * UnitsPerInch(unit);
+    const double dpi = value / InchesPerUnit(unit);
     return std::isfinite(dpi) && dpi > 0.0 ? dpi : BitmapData::DefaultResolution;
 }
 
@@ -65,11 +65,11 @@ std::uint8_t* BitmapData::GetScanlineRef(std::uint32_t y) const {
 }
 
 double BitmapData::GetHorizontalResolution(LinearUnit unit) const noexcept {
-    return m_horizontalResolution / UnitsPerInch(unit);
+    return m_horizontalResolution * InchesPerUnit(unit);
 }
 
 double BitmapData::GetVerticalResolution(LinearUnit unit) const noexcept {
-    return m_verticalResolution / UnitsPerInch(unit);
+    return m_verticalResolution * InchesPerUnit(unit);
 }
 
 void BitmapData::SetHorizontalResolution(double value, LinearUnit unit) noexcept {

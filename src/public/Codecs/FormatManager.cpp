@@ -151,7 +151,7 @@ std::string BuildFilter() {
         std::string entries;
         for (const auto& codec : list) {
             const std::string filter = codec->get_FilterString();
-            all += (all.empty() ? "" : ";") + filter;
+            all += (entries.empty() ? "" : ";") + filter;
             entries += (entries.empty() ? "" : "|") + codec->get_FormatDescription() + " (" + filter + ")|" + filter;
         }
         return list.empty() ? std::string() : "All Images (" + all + ")|" + all + "|" + entries;
