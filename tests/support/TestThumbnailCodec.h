@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ErrorHandling/Exceptions.h"
-#include "metadata/Thumbnails/IThumbnailCodec.h"
+#include "metadata/Exif/IThumbnailCodec.h"
 
 #include <cstdint>
 #include <span>

@@ -1,7 +1,7 @@
 #include <Corvane/Rasterloom/Codecs/JpegReader.h>
 
 #include "CallOverStream.h"
-#include "FormatReaderImpl.h"
+#include "FormatCodecFields.h"
 #include "ObjectGuard.h"
 #include "metadata/Jpeg/JpegMetaData.h"
 #include "metadata/RecognizeMediaFormat.h"
@@ -46,7 +46,7 @@ void JpegReader::set_FastThumbnails(bool value) {
     const ObjectGuard guard(*this);
     CheckNotDisposed();
     m_bFastThumbnails = value;
-    static_cast<engine::JpegMetaData&>(*get__Impl().m_pMetaData).SetFastThumbnails(value);
+    static_cast<engine::JpegMetaData&>(*m_pCodec->m_pMetaData).SetFastThumbnails(value);
 }
 
 void JpegReader::_FrameLoadSettings(JpegFrame& frame, JpegEncoderOptions::Settings& settings) {

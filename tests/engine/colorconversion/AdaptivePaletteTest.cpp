@@ -1,4 +1,4 @@
-#include "../transforms/EventsProbe.h"
+#include "EventsProbe.h"
 #include "colorconversion/AdaptivePaletteCreator.h"
 #include "colorconversion/ColorSpaceManager.h"
 #include "colorconversion/HexadecimalTreeQuantizer.h"

@@ -1,7 +1,7 @@
 #include "metadata/Exif/ExifBlockWriter.h"
 
 #include "ErrorHandling/Exceptions.h"
-#include "metadata/Thumbnails/IThumbnailCodec.h"
+#include "metadata/Exif/IThumbnailCodec.h"
 
 #include <algorithm>
 #include <optional>

@@ -1,4 +1,4 @@
-#include "metadata/Thumbnails/IThumbnailCodec.h"
+#include "metadata/Exif/IThumbnailCodec.h"
 
 #include "ErrorHandling/Exceptions.h"
 
