@@ -302,12 +302,5 @@ TEST(IndexedDestination, DithersByDefault) {
     EXPECT_EQ(Indices(*result), (std::vector<int>{0, 0, 0}));
 }
 
-TEST(IndexedDestination, FailsClearlyWhereAdaptivePalettesAreAskedFor) {
-    ColorSpaceManager manager;
-    std::unique_ptr<BitmapData> result;
-    EXPECT_THROW(manager.TransformBitmapData(GrayRow({1}), PixelFormat::Format8bppIndexed, result), Exception);
-    EXPECT_EQ(result, nullptr);
-}
-
 } // namespace
 } // namespace ImagingFramework
