@@ -21,7 +21,17 @@ ColorSpace SpaceOf(const engine::BitmapData& raster) {
     return static_cast<ColorSpace>(engine::PixelFormatColorSpace(raster.GetPixelFormat()));
 }
 
-/// A colour of `space` from its 16-bit channels in memory order.
+/// Spreads the first of `count` elements over the others, in copies of doubling length.
+void QuickFill(std::uint8_t* pBuffer, std::size_t elementSize, std::size_t count) {
+    for (std::size_t filled = 1; filled < count;) {
+        const std::size_t step = std::min(filled, count - filled);
+        std::memcpy(pBuffer + filled * elementSize, pBuffer, step * elementSize);
+        filled += step;
+    }
+}
+
+} // namespace
+
 Color MakeColor(ColorSpace space, const std::array<std::int32_t, 5>& c) {
     switch (space) {
     case ColorSpace::Rgb:
@@ -34,17 +44,6 @@ Color MakeColor(ColorSpace space, const std::array<std::int32_t, 5>& c) {
         throw UnexpectedException();
     }
 }
-
-/// Spreads the first of `count` elements over the others, in copies of doubling length.
-void QuickFill(std::uint8_t* pBuffer, std::size_t elementSize, std::size_t count) {
-    for (std::size_t filled = 1; filled < count;) {
-        const std::size_t step = std::min(filled, count - filled);
-        std::memcpy(pBuffer + filled * elementSize, pBuffer, step * elementSize);
-        filled += step;
-    }
-}
-
-} // namespace
 
 void PixelAccess::CheckPosition(std::int32_t x, std::int32_t y) const {
     if (x < 0 || std::cmp_greater_equal(x, m_raster.GetWidth())) {
@@ -164,13 +163,14 @@ void PixelAccess::Clear(const Color& color) {
     });
 }
 
+bool PixelAccess::HasWholeSamples(engine::PixelFormat format) {
+    return engine::PixelFormatSize(format) > 16 || format == engine::PixelFormat::Format8bppGrayScale ||
+           format == engine::PixelFormat::Format16bppGrayScale ||
+           format == engine::PixelFormat::Format16bppAGrayScale || format == engine::PixelFormat::Format8bppIndexed;
+}
+
 void PixelAccess::CheckArrayFormat() const {
-    const engine::PixelFormat format = m_raster.GetPixelFormat();
-    const bool wholeSamples = engine::PixelFormatSize(format) > 16 || format == engine::PixelFormat::Format8bppGrayScale ||
-                              format == engine::PixelFormat::Format16bppGrayScale ||
-                              format == engine::PixelFormat::Format16bppAGrayScale ||
-                              format == engine::PixelFormat::Format8bppIndexed;
-    if (!wholeSamples) {
+    if (!HasWholeSamples(m_raster.GetPixelFormat())) {
         throw UnsupportedPixelFormatException("The pixel format doesn't support channels manipulations.");
     }
 }

@@ -6,11 +6,15 @@
 #include <Corvane/Rasterloom/Color.h>
 #include <Corvane/Rasterloom/PixelArray.h>
 
+#include <array>
 #include <cstdint>
 
 namespace Corvane::Rasterloom {
 
 class Bitmap;
+
+/// A colour of `space` from its 16-bit channels in memory order.
+Color MakeColor(ColorSpace space, const std::array<std::int32_t, 5>& channels);
 
 /// Random access to pixels of an engine raster in public terms; what `Bitmap` and its view have in common.
 class PixelAccess {
@@ -19,6 +23,9 @@ public:
 
     /// Borrows the raster, which must not be empty.
     explicit PixelAccess(ImagingFramework::BitmapData& raster) : m_raster(raster) {}
+
+    /// Whether the channels of a format can be read and written one by one.
+    static bool HasWholeSamples(ImagingFramework::PixelFormat format);
 
     Color GetPixel(std::int32_t x, std::int32_t y);
     void SetPixel(std::int32_t x, std::int32_t y, const Color& color);
