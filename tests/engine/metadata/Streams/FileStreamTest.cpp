@@ -1,5 +1,6 @@
 #include "metadata/Streams/FileStream.h"
 #include "ErrorHandling/Exceptions.h"
+#include "TempFolder.h"
 #include "metadata/Streams/FileReplacement.h"
 #include "metadata/Streams/StreamReader.h"
 #include "metadata/Streams/StreamWriter.h"
@@ -7,9 +8,7 @@
 
 #include <algorithm>
 #include <csignal>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <set>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -23,29 +22,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class FileStreamFiles : public testing::Test {
+class FileStreamFiles : public testing::Test, protected TempFolder {
 protected:
-    FileStreamFiles() {
-        std::string name = (fs::temp_directory_path() / "streamsXXXXXX").string();
-        m_folder = ::mkdtemp(name.data());
-    }
-    ~FileStreamFiles() override { fs::remove_all(m_folder); }
-
-    fs::path Put(const char* name, const std::string& text) {
-        std::ofstream(m_folder / name) << text;
-        return m_folder / name;
-    }
-    static std::string Get(const fs::path& name) {
-        std::ifstream file(name);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-    std::set<std::string> Names() const {
-        std::set<std::string> names;
-        for (const auto& entry : fs::directory_iterator(m_folder)) {
-            names.insert(entry.path().filename().string());
-        }
-        return names;
-    }
     static unsigned Mode(const fs::path& name) {
         struct stat status {};
         return ::stat(name.c_str(), &status) == 0 ? static_cast<unsigned>(status.st_mode) & 07777U : 0;
@@ -58,32 +36,30 @@ protected:
         stream.Close();
         stream.Close();
     }
-
-    fs::path m_folder;
 };
 
 TEST_F(FileStreamFiles, ASaveReplacesTheTargetOnlyWhenItIsCompleted) {
-    const fs::path name = Put("picture", "old");
+    const fs::path name = Write("picture", "old");
     Save(name, "half", false);
-    EXPECT_EQ(Get(name), "old");
+    EXPECT_EQ(Read(name), "old");
     Save(name, "", true);
-    EXPECT_EQ(Get(name), "old");
+    EXPECT_EQ(Read(name), "old");
     {
         FileStream stream(name, FileStreamFlags::Encoder);
         EXPECT_TRUE(stream.Write("x", 1, nullptr)); // dropped without a word, as after a failure
         EXPECT_EQ(Names().size(), 2U);              // the temporary file stands beside the target
     }
-    EXPECT_EQ(Get(name), "old");
+    EXPECT_EQ(Read(name), "old");
     EXPECT_EQ(Names(), (std::set<std::string>{"picture"}));
     Save(name, "new", true);
-    EXPECT_EQ(Get(name), "new");
+    EXPECT_EQ(Read(name), "new");
     Save(m_folder / "another", "first", true);
-    EXPECT_EQ(Get(m_folder / "another"), "first");
+    EXPECT_EQ(Read(m_folder / "another"), "first");
     EXPECT_EQ(Names(), (std::set<std::string>{"another", "picture"}));
 }
 
 TEST_F(FileStreamFiles, PermissionBitsAreThoseOfTheOldFileOrTheDefault) {
-    const fs::path name = Put("picture", "old");
+    const fs::path name = Write("picture", "old");
     ::chmod(name.c_str(), 0640);
     Save(name, "new", true);
     EXPECT_EQ(Mode(name), 0640U);
@@ -112,7 +88,7 @@ TEST_F(FileStreamFiles, OwnersAreKeptWhereThatIsAllowed) {
     };
     constexpr uid_t user = 4321;
     constexpr gid_t group = 1234;
-    const fs::path name = Put("picture", "old");
+    const fs::path name = Write("picture", "old");
     ASSERT_EQ(::chown(name.c_str(), user, group), 0);
     ::chmod(name.c_str(), 0646);
     Save(name, "new", true);
@@ -123,71 +99,58 @@ TEST_F(FileStreamFiles, OwnersAreKeptWhereThatIsAllowed) {
     ASSERT_EQ(::seteuid(user + 1), 0);
     Save(name, "newer", true);
     ASSERT_EQ(::seteuid(0), 0);
-    EXPECT_EQ(Get(name), "newer");
+    EXPECT_EQ(Read(name), "newer");
     EXPECT_EQ(ownerOf(name).first, user + 1);
     EXPECT_EQ(Mode(name), 0646U);
 }
 
-/// A folder on another file system than the test's own; empty where there is none to write to.
-class ForeignFolder {
-public:
-    explicit ForeignFolder(const fs::path& folder) {
-        for (const char* const place : {"/dev/shm", "/tmp", "/var/tmp"}) {
-            struct stat here {};
-            struct stat there {};
-            std::string name = std::string(place) + "/streamsXXXXXX";
-            if (::stat(folder.c_str(), &here) == 0 && ::stat(place, &there) == 0 && here.st_dev != there.st_dev &&
-                ::mkdtemp(name.data()) != nullptr) {
-                m_path = name;
-                return;
-            }
+/// A place on another file system than `folder`, which may be written to; empty where there is none.
+fs::path ForeignPlace(const fs::path& folder) {
+    struct stat here {};
+    EXPECT_EQ(::stat(folder.c_str(), &here), 0);
+    for (const char* const place : {"/dev/shm", "/tmp", "/var/tmp"}) {
+        struct stat there {};
+        if (::stat(place, &there) == 0 && here.st_dev != there.st_dev && ::access(place, W_OK) == 0) {
+            return place;
         }
     }
-    ~ForeignFolder() {
-        if (!m_path.empty()) {
-            fs::remove_all(m_path);
-        }
-    }
-    const fs::path& Get() const { return m_path; }
-
-private:
-    fs::path m_path;
-};
+    return {};
+}
 
 TEST_F(FileStreamFiles, AFileOfAnotherFileSystemIsCopiedBesideTheTarget) {
-    const ForeignFolder foreign(m_folder);
-    if (foreign.Get().empty()) {
+    const fs::path place = ForeignPlace(m_folder);
+    if (place.empty()) {
         GTEST_SKIP() << "there is no second file system to write to";
     }
-    const fs::path name = Put("picture", "old");
-    const fs::path file = foreign.Get() / "file";
-    std::ofstream(file) << std::string(200000, 'n');
+    const TempFolder foreign(place);
+    const fs::path name = Write("picture", "old");
+    const fs::path file = foreign.Write("file", std::string(200000, 'n'));
     ::chmod(file.c_str(), 0604);
     EXPECT_EQ(ReplaceFile(file, name), 0);
-    EXPECT_EQ(Get(name), std::string(200000, 'n'));
+    EXPECT_EQ(Read(name), std::string(200000, 'n'));
     EXPECT_EQ(Mode(name), 0604U);
     EXPECT_FALSE(fs::exists(file));
     EXPECT_EQ(Names(), (std::set<std::string>{"picture"}));
     // A failure leaves both as they were, and nothing beside them.
-    std::ofstream(file) << "again";
+    foreign.Write("file", "again");
     fs::create_directory(m_folder / "folder");
     EXPECT_NE(ReplaceFile(file, m_folder / "folder"), 0);
-    EXPECT_EQ(Get(file), "again");
+    EXPECT_EQ(Read(file), "again");
     EXPECT_EQ(Names(), (std::set<std::string>{"folder", "picture"}));
 }
 
 TEST_F(FileStreamFiles, LinksAreFollowed) {
     fs::create_directory(m_folder / "deep");
-    Put("deep/real", "old");
+    Write("deep/real", "old");
     fs::create_symlink("deep/real", m_folder / "link");
     fs::create_symlink(m_folder / "link", m_folder / "chain");
     Save(m_folder / "chain", "new", true);
-    EXPECT_EQ(Get(m_folder / "deep/real"), "new");
+    EXPECT_EQ(Read(m_folder / "deep/real"), "new");
     EXPECT_TRUE(fs::is_symlink(m_folder / "link"));
     EXPECT_TRUE(fs::is_symlink(m_folder / "chain"));
     fs::create_symlink("deep/coming", m_folder / "dangling");
     Save(m_folder / "dangling", "new", true);
-    EXPECT_EQ(Get(m_folder / "deep/coming"), "new");
+    EXPECT_EQ(Read(m_folder / "deep/coming"), "new");
     EXPECT_TRUE(fs::is_symlink(m_folder / "dangling"));
 }
 
@@ -195,7 +158,7 @@ TEST_F(FileStreamFiles, DevicesAndPipesAreWrittenNotReplaced) {
     const fs::path pipe = m_folder / "pipe";
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
     std::string got;
-    std::thread reader([&] { got = Get(pipe); });
+    std::thread reader([&] { got = Read(pipe); });
     Save(pipe, "through", true);
     reader.join();
     EXPECT_EQ(got, "through");
@@ -252,11 +215,11 @@ TEST_F(FileStreamFiles, RowsAndBlocksKeepTheirOrder) {
         append(5, '4');
         stream.SetCompleted(true);
     }
-    EXPECT_TRUE(Get(m_folder / "rows") == expected);
+    EXPECT_TRUE(Read(m_folder / "rows") == expected);
 }
 
 TEST_F(FileStreamFiles, AFullDeviceLeavesTheOldFile) {
-    const fs::path name = Put("picture", "old");
+    const fs::path name = Write("picture", "old");
     const struct rlimit unlimited = [] {
         struct rlimit limit {};
         ::getrlimit(RLIMIT_FSIZE, &limit);
@@ -274,13 +237,13 @@ TEST_F(FileStreamFiles, AFullDeviceLeavesTheOldFile) {
         EXPECT_THROW(stream.Close(), Exception);
         ::setrlimit(RLIMIT_FSIZE, &unlimited);
     }
-    EXPECT_EQ(Get(name), "old");
+    EXPECT_EQ(Read(name), "old");
     EXPECT_EQ(Names(), (std::set<std::string>{"picture"}));
 }
 
 TEST_F(FileStreamFiles, DirectFlags) {
     const auto write = FileStreamFlags::Write | FileStreamFlags::Create | FileStreamFlags::DeleteWhenEmpty;
-    const fs::path name = Put("direct", "long contents");
+    const fs::path name = Write("direct", "long contents");
     {
         FileStream stream(name, write);
         EXPECT_TRUE(stream.Write("abc", 3, nullptr));
@@ -289,11 +252,11 @@ TEST_F(FileStreamFiles, DirectFlags) {
         EXPECT_FALSE(stream.Seek(-1, SeekOrigin::Begin, nullptr));
         EXPECT_EQ(stream.GetFileName(), name);
     }
-    EXPECT_EQ(Get(name), "abc");
+    EXPECT_EQ(Read(name), "abc");
     { FileStream stream(name, write); }
     EXPECT_FALSE(fs::exists(name));
     EXPECT_THROW(FileStream(name, FileStreamFlags::Write), FileNotFoundException);
-    Put("direct", "0123456789");
+    Write("direct", "0123456789");
     {
         FileStream stream(name, FileStreamFlags::Read | FileStreamFlags::Write | FileStreamFlags::DeleteOnRelease);
         std::uint64_t position = 0;
@@ -337,12 +300,12 @@ TEST_F(FileStreamFiles, ReadersAndWritersOnAFile) {
 }
 
 TEST_F(FileStreamFiles, TemporaryFiles) {
-    const fs::path source = Put("source", std::string(5000, 's'));
+    const fs::path source = Write("source", std::string(5000, 's'));
     fs::path name;
     {
         TempFile copy(source, m_folder, "CPY", ".tmp");
         name = copy.GetFilenameRef();
-        EXPECT_EQ(Get(name), std::string(5000, 's'));
+        EXPECT_EQ(Read(name), std::string(5000, 's'));
         EXPECT_EQ(Mode(name), 0600U);
         const std::string head = "CPY" + std::to_string(::getpid() & 0xFFFF) + "_";
         const std::string text = name.filename().string();
@@ -379,7 +342,7 @@ TEST_F(FileStreamFiles, ThreadingSavesToOneTarget) {
     for (std::thread& thread : threads) {
         thread.join();
     }
-    const std::string text = Get(name);
+    const std::string text = Read(name);
     EXPECT_EQ(text, std::string(9000, text.empty() ? '?' : text[0])); // one of them, whole
     EXPECT_EQ(Names(), (std::set<std::string>{"shared"}));
 }
