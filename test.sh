@@ -4,7 +4,7 @@
 set -euo pipefail
 cd "$(dirname "$0")"
 cmake/install-packages.sh g++ cmake ninja-build ccache python3 libfmt-dev libhwy-dev libcli11-dev libgtest-dev \
-    imagemagick netpbm pkgconf
+    imagemagick netpbm pkgconf libimage-exiftool-perl exiv2
 
 for preset in asan tsan release; do
     echo "== $preset"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
@@ -72,7 +73,8 @@ public:
     /// Returns where they stand.
     std::uint32_t Append(const Bytes& bytes) {
         const std::uint32_t place = Size();
-        m_bytes.insert(m_bytes.end(), bytes.begin(), bytes.end());
+        m_bytes.resize(m_bytes.size() + bytes.size());
+        std::copy(bytes.begin(), bytes.end(), m_bytes.begin() + place);
         return place;
     }
     void FillTo(std::uint32_t size) { m_bytes.resize(size); }
@@ -147,67 +149,40 @@ inline CameraBlock::CameraBlock(bool little, bool hasMakerNote, std::size_t note
         b.Append(MakerNote);
         b.FillTo(b.Size() + b.Size() % 2);
     }
-    const Fields image = {b.Ascii(0x010F, "Maker & Sons"),
-                          b.Ascii(0x0110, "X-1"),
-                          b.Short(0x0112, {6}),
-                          b.Rational(0x011A, {300, 1}),
-                          b.Rational(0x011B, {300, 1}),
-                          b.Short(0x0128, {2}),
-                          b.Ascii(0x0131, "1.02"),
-                          b.Ascii(0x0132, "2004:02:29 23:59:58"),
-                          b.Short(0x0213, {2}),
-                          b.Long(0x8769, {0}),
-                          b.Long(0x8825, {0}),
-                          b.Undefined(0xC4A5, std::string_view("PrintIM\0000250\0\0\1\0\2\0\1\0\0\0", 22)),
-                          b.Numbers(0xEA1C, 9, 4, 1, {0xFFFFFFFE, 7})};
-    Fields exif = {b.Rational(0x829A, {1, 125}),
-                   b.Rational(0x829D, {28, 10}),
-                   b.Short(0x8822, {2}),
-                   b.Short(0x8827, {100, 200}),
-                   b.Undefined(0x9000, "0220"),
-                   b.Ascii(0x9003, "2004:02:29 23:59:58"),
-                   b.Ascii(0x9004, "2004:02:29 23:59:58"),
-                   b.Undefined(0x9101, std::string_view("\1\2\3\0", 4)),
-                   b.SignedRational(0x9201, {6965784, 1000000}),
-                   b.SignedRational(0x9204, {0xFFFFFFFF, 3}),
-                   b.Short(0x9209, {0x59}),
-                   b.Undefined(0x9286, std::string_view("ASCII\0\0\0made by hand", 20)),
-                   b.Undefined(0xA000, "0100"),
-                   b.Short(0xA001, {1}),
-                   b.Long(0xA002, {3072}),
-                   b.Short(0xA003, {2048}),
-                   b.Long(0xA005, {0}),
-                   b.Undefined(0xA300, "\3"),
-                   b.Rational(0xA432, {24, 1, 70, 1, 28, 10, 4, 1}),
-                   b.Ascii(0xFDE8, "unknown")};
-    if (hasMakerNote) {
-        exif.insert(exif.begin() + 11, b.Raw(0x927C, 7, MakerNote));
-    }
-    const Fields gps = {b.Raw(0, 1, {2, 2, 0, 0}),
-                        b.Ascii(1, "N"),
-                        b.Rational(2, {48, 1, 8, 1, 1234, 100}),
-                        b.Ascii(3, "E"),
-                        b.Rational(4, {11, 1, 34, 1, 5678, 100}),
-                        b.Raw(5, 1, {0}),
-                        b.Rational(7, {10, 1, 20, 1, 305, 10}),
-                        b.Ascii(0x1D, "2004:02:29"),
-                        b.Rational(0x1F, {5, 1})};
+    // clang-format off
+    const Fields image = {
+        b.Ascii(0x010F, "Maker & Sons"), b.Ascii(0x0110, "X-1"), b.Short(0x0112, {6}), b.Rational(0x011A, {300, 1}),
+        b.Rational(0x011B, {300, 1}), b.Short(0x0128, {2}), b.Ascii(0x0131, "1.02"),
+        b.Ascii(0x0132, "2004:02:29 23:59:58"), b.Short(0x0213, {2}), b.Long(0x8769, {0}), b.Long(0x8825, {0}),
+        b.Undefined(0xC4A5, std::string_view("PrintIM\0000250\0\0\1\0\2\0\1\0\0\0", 22)),
+        b.Numbers(0xEA1C, 9, 4, 1, {0xFFFFFFFE, 7})};
+    Fields exif = {
+        b.Rational(0x829A, {1, 125}), b.Rational(0x829D, {28, 10}), b.Short(0x8822, {2}), b.Short(0x8827, {100, 200}),
+        b.Undefined(0x9000, "0220"), b.Ascii(0x9003, "2004:02:29 23:59:58"), b.Ascii(0x9004, "2004:02:29 23:59:58"),
+        b.Undefined(0x9101, std::string_view("\1\2\3\0", 4)), b.SignedRational(0x9201, {6965784, 1000000}),
+        b.SignedRational(0x9204, {0xFFFFFFFF, 3}), b.Short(0x9209, {0x59}),
+        b.Undefined(0x9286, std::string_view("ASCII\0\0\0made by hand", 20)), b.Undefined(0xA000, "0100"),
+        b.Short(0xA001, {1}), b.Long(0xA002, {3072}), b.Short(0xA003, {2048}), b.Long(0xA005, {0}),
+        b.Undefined(0xA300, "\3"), b.Rational(0xA432, {24, 1, 70, 1, 28, 10, 4, 1}), b.Ascii(0xFDE8, "unknown")};
+    const Fields gps = {
+        b.Raw(0, 1, {2, 2, 0, 0}), b.Ascii(1, "N"), b.Rational(2, {48, 1, 8, 1, 1234, 100}), b.Ascii(3, "E"),
+        b.Rational(4, {11, 1, 34, 1, 5678, 100}), b.Raw(5, 1, {0}), b.Rational(7, {10, 1, 20, 1, 305, 10}),
+        b.Ascii(0x1D, "2004:02:29"), b.Rational(0x1F, {5, 1})};
     const Fields interoperability = {b.Ascii(1, "R98"), b.Undefined(2, "0100"), b.Short(0x1001, {3072})};
-    const Fields thumbnail = {b.Short(0x0103, {6}),
-                              b.Rational(0x011A, {720000, 10000}),
-                              b.Rational(0x011B, {720000, 10000}),
-                              b.Short(0x0128, {2}),
-                              b.Long(0x0201, {0}),
-                              b.Long(0x0202, {static_cast<std::uint32_t>(thumbnailSize)}),
-                              b.Ascii(0xFDE9, "of the thumbnail")};
+    const Fields thumbnail = {
+        b.Short(0x0103, {6}), b.Rational(0x011A, {720000, 10000}), b.Rational(0x011B, {720000, 10000}),
+        b.Short(0x0128, {2}), b.Long(0x0201, {0}), b.Long(0x0202, {static_cast<std::uint32_t>(thumbnailSize)}),
+        b.Ascii(0xFDE9, "of the thumbnail")};
+    // clang-format on
+    // The maker note's field alone refers to bytes that stand elsewhere.
+    if (hasMakerNote) {
+        ExifBuilder::Field note = b.Raw(0x927C, 7, MakerNote);
+        note.Value = b.Number(MakerNotePlace, 4);
+        exif.insert(exif.begin() + 11, note);
+    }
     const std::uint32_t imagePlace = b.Directory(image);
     b.SetFirst(imagePlace);
-    // The maker note's field alone refers to bytes that stand elsewhere.
-    Fields exifInPlace = exif;
-    if (hasMakerNote) {
-        exifInPlace[11].Value = b.Number(MakerNotePlace, 4);
-    }
-    const std::uint32_t exifPlace = b.Directory(exifInPlace);
+    const std::uint32_t exifPlace = b.Directory(exif);
     const std::uint32_t gpsPlace = b.Directory(gps);
     const std::uint32_t interoperabilityPlace = b.Directory(interoperability);
     const std::uint32_t thumbnailPlace = b.Directory(thumbnail);

@@ -1,7 +1,7 @@
 #include <Corvane/Rasterloom/Codecs/ExifDictionary.h>
 
 #include "CallEngine.h"
-#include "ObjectGuard.h"
+#include "StorageCopy.h"
 #include "metadata/Exif/ExifDataStorage.h"
 
 #include <Corvane/Rasterloom/Bitmap.h>
@@ -17,11 +17,6 @@ namespace Corvane::Rasterloom::Codecs {
 namespace engine = ImagingFramework;
 
 namespace {
-
-std::unique_ptr<engine::ExifDataStorage> Copy(ExifDictionary& other) {
-    const ObjectGuard guard(other);
-    return CallEngine([&] { return std::make_unique<engine::ExifDataStorage>(other.get__Exif()); });
-}
 
 const std::type_info& HostType(engine::ExifDataType type) {
     switch (type) {
@@ -43,11 +38,12 @@ const std::type_info& HostType(engine::ExifDataType type) {
 
 } // namespace
 
-ExifDictionary::ExifDictionary() : ExifDictionary(std::make_unique<engine::ExifDataStorage>()) {}
+ExifDictionary::ExifDictionary() : MetadataDictionary(std::make_unique<engine::ExifDataStorage>()) {}
 
 ExifDictionary::ExifDictionary(std::unique_ptr<engine::ExifDataStorage> exif) : MetadataDictionary(std::move(exif)) {}
 
-ExifDictionary::ExifDictionary(ExifDictionary& other) : ExifDictionary(Copy(other)) {}
+ExifDictionary::ExifDictionary(ExifDictionary& other)
+    : MetadataDictionary(CopyStorage<engine::ExifDataStorage>(other)) {}
 
 ExifDictionary::~ExifDictionary() = default;
 
@@ -71,7 +67,7 @@ ExifItemInfo ExifDictionary::GetItemInfo(std::int64_t key) {
     return {HostType(pInfo->Type), pInfo->Count};
 }
 
-engine::ExifDataStorage& ExifDictionary::get__Exif() const {
+engine::ExifDataStorage& ExifDictionary::get__InternalData() const {
     return static_cast<engine::ExifDataStorage&>(get__Storage());
 }
 

@@ -21,7 +21,7 @@ namespace Corvane::Rasterloom::Codecs {
 /// `Host::ArgumentOutOfRangeException`, another type with `Host::InvalidCastException`. Keys that the standard does not
 /// know can be read and removed; setting them does nothing. Removing a key that is not there fails with
 /// `Host::ArgumentException`.
-class RASTERLOOM_API ExifDictionary : public MetadataDictionary, public ExifKeys {
+class RASTERLOOM_API ExifDictionary final : public MetadataDictionary, public ExifKeys {
 public:
     ExifDictionary();
     /// Internal: takes over a block of the engine. Null fails with `Host::ArgumentNullException` ("metaData").
@@ -34,8 +34,8 @@ public:
     /// What values a key takes. A key that the standard does not know fails with `Host::ArgumentException` ("key").
     static ExifItemInfo GetItemInfo(std::int64_t key);
 
-    /// Internal: the block, for codecs.
-    ImagingFramework::ExifDataStorage& get__Exif() const;
+    /// Internal: the engine's object, without the lock.
+    ImagingFramework::ExifDataStorage& get__InternalData() const;
 };
 
 } // namespace Corvane::Rasterloom::Codecs

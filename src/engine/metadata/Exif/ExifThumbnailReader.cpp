@@ -1,7 +1,7 @@
 #include "metadata/Exif/ExifThumbnailReader.h"
 
 #include "ErrorHandling/Exceptions.h"
-#include "metadata/Adobe/AdobeResourceBlockIterator.h"
+#include "metadata/AdobeResources/AdobeResourceBlockIterator.h"
 #include "metadata/Exif/ExifBlockReader.h"
 #include "metadata/Exif/ExifBlockWriter.h"
 #include "metadata/Exif/ExifDirectoryLayout.h"
@@ -17,7 +17,6 @@ namespace ImagingFramework {
 namespace {
 
 constexpr std::size_t SmallestResources = 12; ///< up to this size there is no block
-constexpr std::string_view ResourceSignature = "8BIM";
 /// Thumbnail resources: JPEG files behind a header of their own.
 constexpr std::uint16_t ThumbnailResources[] = {0x0409, 0x040C};
 constexpr std::size_t ThumbnailHeaderSize = 28;
@@ -56,7 +55,8 @@ ExifThumbnailReader::ExifThumbnailReader(AbstractReader& reader, ExifContents& c
 void ExifThumbnailReader::ParsePhotoshopTag() {
     const ExifTag* const pTag = m_contents.FindTag(ExifTagId::PhotoshopResources, ExifIfd::MainImage);
     if (pTag == nullptr || pTag->Data.size() <= SmallestResources ||
-        std::memcmp(pTag->Data.data(), ResourceSignature.data(), ResourceSignature.size()) != 0) {
+        std::memcmp(pTag->Data.data(), AdobeResourceBlockIterator::Signature.data(),
+                    AdobeResourceBlockIterator::Signature.size()) != 0) {
         return;
     }
     AdobeResourceBlockIterator block(pTag->Data.data(), pTag->Data.size());
