@@ -1,5 +1,6 @@
 #include "metadata/Streams/FileStream.h"
 #include "ErrorHandling/Exceptions.h"
+#include "metadata/Streams/FileReplacement.h"
 #include "metadata/Streams/StreamReader.h"
 #include "metadata/Streams/StreamWriter.h"
 #include "metadata/Streams/TempFile.h"
@@ -14,6 +15,7 @@
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 namespace ImagingFramework {
@@ -99,6 +101,81 @@ TEST_F(FileStreamFiles, PermissionBitsAreThoseOfTheOldFileOrTheDefault) {
     EXPECT_EQ(Mode(m_folder / "fresh"), 0640U);
 }
 
+TEST_F(FileStreamFiles, OwnersAreKeptWhereThatIsAllowed) {
+    if (::geteuid() != 0) {
+        GTEST_SKIP() << "only a privileged process may give files away";
+    }
+    const auto ownerOf = [](const fs::path& name) {
+        struct stat status {};
+        EXPECT_EQ(::stat(name.c_str(), &status), 0);
+        return std::pair(status.st_uid, status.st_gid);
+    };
+    constexpr uid_t user = 4321;
+    constexpr gid_t group = 1234;
+    const fs::path name = Put("picture", "old");
+    ASSERT_EQ(::chown(name.c_str(), user, group), 0);
+    ::chmod(name.c_str(), 0646);
+    Save(name, "new", true);
+    EXPECT_EQ(ownerOf(name), std::pair(user, group));
+    EXPECT_EQ(Mode(name), 0646U);
+    // Another user may not: the save goes on, and the file is that user's.
+    ::chmod(m_folder.c_str(), 0777);
+    ASSERT_EQ(::seteuid(user + 1), 0);
+    Save(name, "newer", true);
+    ASSERT_EQ(::seteuid(0), 0);
+    EXPECT_EQ(Get(name), "newer");
+    EXPECT_EQ(ownerOf(name).first, user + 1);
+    EXPECT_EQ(Mode(name), 0646U);
+}
+
+/// A folder on another file system than the test's own; empty where there is none to write to.
+class ForeignFolder {
+public:
+    explicit ForeignFolder(const fs::path& folder) {
+        for (const char* const place : {"/dev/shm", "/tmp", "/var/tmp"}) {
+            struct stat here {};
+            struct stat there {};
+            std::string name = std::string(place) + "/streamsXXXXXX";
+            if (::stat(folder.c_str(), &here) == 0 && ::stat(place, &there) == 0 && here.st_dev != there.st_dev &&
+                ::mkdtemp(name.data()) != nullptr) {
+                m_path = name;
+                return;
+            }
+        }
+    }
+    ~ForeignFolder() {
+        if (!m_path.empty()) {
+            fs::remove_all(m_path);
+        }
+    }
+    const fs::path& Get() const { return m_path; }
+
+private:
+    fs::path m_path;
+};
+
+TEST_F(FileStreamFiles, AFileOfAnotherFileSystemIsCopiedBesideTheTarget) {
+    const ForeignFolder foreign(m_folder);
+    if (foreign.Get().empty()) {
+        GTEST_SKIP() << "there is no second file system to write to";
+    }
+    const fs::path name = Put("picture", "old");
+    const fs::path file = foreign.Get() / "file";
+    std::ofstream(file) << std::string(200000, 'n');
+    ::chmod(file.c_str(), 0604);
+    EXPECT_EQ(ReplaceFile(file, name), 0);
+    EXPECT_EQ(Get(name), std::string(200000, 'n'));
+    EXPECT_EQ(Mode(name), 0604U);
+    EXPECT_FALSE(fs::exists(file));
+    EXPECT_EQ(Names(), (std::set<std::string>{"picture"}));
+    // A failure leaves both as they were, and nothing beside them.
+    std::ofstream(file) << "again";
+    fs::create_directory(m_folder / "folder");
+    EXPECT_NE(ReplaceFile(file, m_folder / "folder"), 0);
+    EXPECT_EQ(Get(file), "again");
+    EXPECT_EQ(Names(), (std::set<std::string>{"folder", "picture"}));
+}
+
 TEST_F(FileStreamFiles, LinksAreFollowed) {
     fs::create_directory(m_folder / "deep");
     Put("deep/real", "old");
@@ -128,7 +205,9 @@ TEST_F(FileStreamFiles, DevicesAndPipesAreWrittenNotReplaced) {
 TEST_F(FileStreamFiles, FailuresToOpen) {
     EXPECT_THROW(FileStream("", FileStreamFlags::Decoder), ArgumentNullPointerException);
     EXPECT_THROW(FileStream(m_folder / "none", FileStreamFlags::Decoder), FileNotFoundException);
-    EXPECT_THROW(FileStream(m_folder / "none" / "file", FileStreamFlags::Encoder), Exception);
+    for (const FileStreamFlags flags : {FileStreamFlags::Decoder, FileStreamFlags::Encoder}) {
+        EXPECT_THROW(FileStream(m_folder / "none" / "file", flags), PathNotFoundException);
+    }
     EXPECT_THROW(FileStream(m_folder, FileStreamFlags::Decoder), Exception);
     EXPECT_THROW(FileStream(m_folder, FileStreamFlags::Encoder), Exception);
     try {
