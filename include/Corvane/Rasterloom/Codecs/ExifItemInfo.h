@@ -15,8 +15,8 @@ public:
 
     ExifItemInfo(std::type_index type, std::uint32_t valueCount) : m_type(type), m_uintValueCount(valueCount) {}
 
-    /// The alternative of `MetadataValue`: `std::string` for texts, `std::vector<std::uint8_t>` for bytes, which are one
-    /// value each; `std::uint32_t`, `std::int32_t`, `UnsignedRational` or `Rational` for numbers;
+    /// The alternative of `MetadataValue`: `std::string` for texts, `std::vector<std::uint8_t>` for bytes, which are
+    /// one value each; `std::uint32_t`, `std::int32_t`, `UnsignedRational` or `Rational` for numbers;
     /// `std::shared_ptr<Bitmap>` for the thumbnail.
     std::type_index get_Type() const noexcept { return m_type; }
     /// Of a text the bytes with the NUL at its end, of bytes their number.

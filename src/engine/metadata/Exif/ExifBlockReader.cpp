@@ -120,7 +120,8 @@ ExifTag ExifBlockReader::ReadValues(ExifDataType type, std::span<const std::uint
     return tag;
 }
 
-/// Each directory is parsed once in a block, so pointers in a ring come to an end. At 0 there is the header: no directory.
+/// Each directory is parsed once in a block, so pointers in a ring come to an end. At 0 there is the header: no
+/// directory.
 void ExifBlockReader::FollowPointer(const ExifTag* pPointer, ExifIfd target) {
     const std::uint32_t offset = pPointer == nullptr ? 0 : pPointer->GetNumber().value_or(0);
     if (offset != 0 && (m_uintParsedIfds >> static_cast<std::uint32_t>(target) & 1) == 0) {

@@ -16,8 +16,8 @@ enum class ExifDamage { Raise, DropField };
 /// Parses the directories of a block whose TIFF header stands at the beginning of a stream.
 ///
 /// Failures: a wrong header is `ArgumentException` ("pReader"), an unknown type `ArgumentException` ("type"), an offset
-/// or size beyond the end `OutOfRangeException`, values that make more than four times the block or 32 MiB together (they
-/// overlap then) `MediaCorruptedException`. With `DropField` only the header can fail.
+/// or size beyond the end `OutOfRangeException`, values that make more than four times the block or 32 MiB together
+/// (they overlap then) `MediaCorruptedException`. With `DropField` only the header can fail.
 class ExifBlockReader {
 public:
     static constexpr std::uint64_t MaxValueBytes = 32U << 20;

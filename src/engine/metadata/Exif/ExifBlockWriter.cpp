@@ -20,26 +20,15 @@ constexpr std::size_t SmallestMakerNoteInPlace = 5;
 constexpr ExifIfd WritingOrder[] = {ExifIfd::MainImage, ExifIfd::Exif, ExifIfd::Gps, ExifIfd::Interoperability,
                                     ExifIfd::Thumbnail};
 
-// Both lists are sorted.
+// These lists are sorted.
+// clang-format off
 constexpr std::uint16_t StructuralTags[] = {
-    ExifTagId::ImageWidth,
-    ExifTagId::ImageHeight,
-    ExifTagId::BitsPerSample,
-    ExifTagId::Compression,
-    ExifTagId::PhotometricInterpretation,
-    ExifTagId::StripOffsets,
-    ExifTagId::SamplesPerPixel,
-    ExifTagId::RowsPerStrip,
-    ExifTagId::StripByteCounts,
-    ExifTagId::PlanarConfiguration,
-    ExifTagId::JpegInterchangeFormat,
-    ExifTagId::JpegInterchangeFormatLength,
-    ExifTagId::YCbCrSubSampling,
-    ExifTagId::PhotoshopResources,
-    ExifTagId::ExifIfdPointer,
-    ExifTagId::GpsIfdPointer,
-    ExifTagId::InteroperabilityIfdPointer,
-};
+    ExifTagId::ImageWidth, ExifTagId::ImageHeight, ExifTagId::BitsPerSample, ExifTagId::Compression,
+    ExifTagId::PhotometricInterpretation, ExifTagId::StripOffsets, ExifTagId::SamplesPerPixel, ExifTagId::RowsPerStrip,
+    ExifTagId::StripByteCounts, ExifTagId::PlanarConfiguration, ExifTagId::JpegInterchangeFormat,
+    ExifTagId::JpegInterchangeFormatLength, ExifTagId::YCbCrSubSampling, ExifTagId::PhotoshopResources,
+    ExifTagId::ExifIfdPointer, ExifTagId::GpsIfdPointer, ExifTagId::InteroperabilityIfdPointer};
+// clang-format on
 constexpr std::uint16_t ThumbnailTags[] = {ExifTagId::XResolution, ExifTagId::YResolution, ExifTagId::ResolutionUnit,
                                            ExifTagId::YCbCrPositioning};
 constexpr std::uint16_t OffsetTags[] = {

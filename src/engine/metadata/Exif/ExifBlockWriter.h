@@ -26,8 +26,8 @@ public:
     /// `MediaUnsupportedException` for a new thumbnail when no codec writes JPEG, and as that codec does.
     std::vector<std::uint8_t> Write();
 
-    /// Whether a tag is copied. Those of the structure and of the picture's form are not: they are made again, or make no
-    /// sense elsewhere. Resolution and chroma position are copied only for a thumbnail; the maker note only when
+    /// Whether a tag is copied. Those of the structure and of the picture's form are not: they are made again, or make
+    /// no sense elsewhere. Resolution and chroma position are copied only for a thumbnail; the maker note only when
     /// `keepsMakerNote` is set.
     static bool ShouldBeWritten(std::uint16_t tag, bool forThumbnail, bool keepsMakerNote) noexcept;
     /// Tags that lead to another place of the file they stand in.

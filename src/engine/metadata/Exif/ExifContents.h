@@ -20,8 +20,9 @@ struct ExifContents {
     std::array<ExifDirectory, ExifIfdCount> Directories;
     /// Never changed, so that copies may share it; null without a thumbnail.
     std::shared_ptr<const BitmapData> pThumbnail;
-    /// The JPEG file that the thumbnail was read from, empty when it has another origin. It is written back as it is, so
-    /// that the thumbnail does not lose quality with every save, and in place of a thumbnail that no codec can decode.
+    /// The JPEG file that the thumbnail was read from, empty when it has another origin. It is written back as it is,
+    /// so that the thumbnail does not lose quality with every save, and in place of a thumbnail that no codec can
+    /// decode.
     std::vector<std::uint8_t> ThumbnailFile;
 
     /// Fails with `ArgumentOutOfRangeException` ("ifd") for a number that is no directory.

@@ -56,7 +56,7 @@ public:
     std::uint32_t GetTagCount(ExifIfd ifd) const;
     /// In ascending order.
     void GetTagsIdentifiers(ExifIfd ifd, std::vector<std::uint16_t>& tags) const;
-    /// The tag at a position below the count.
+    /// The tag at a position. Fails with `ArgumentOutOfRangeException` ("index") at the count and above.
     std::uint16_t GetTagAt(ExifIfd ifd, std::uint32_t index) const {
         return m_contents.GetDirectory(ifd).GetTagAt(index);
     }

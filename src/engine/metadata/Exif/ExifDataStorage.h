@@ -16,8 +16,8 @@ namespace ImagingFramework {
 /// thumbnail at the end. A key that cannot be one fails with `ArgumentException` ("key").
 ///
 /// Shorts and longs are `UInt32`, signed longs `Int32`, rationals `UnsignedRational` and `Rational`, texts `String`,
-/// bytes and undefined values `Bytes`, the thumbnail `BitmapData`. Pointer values that are read are fresh objects of the
-/// receiver; those that are set belong to the storage from then on, unless the call fails.
+/// bytes and undefined values `Bytes`, the thumbnail `BitmapData`. Pointer values that are read are fresh objects of
+/// the receiver; those that are set belong to the storage from then on, unless the call fails.
 class ExifDataStorage : public IDataItemObject, public IDictionary<std::uint32_t, DataItem>, public ExifData {
 public:
     static constexpr DataType ItemType = DataType::ExifDataStorage;

@@ -13,6 +13,13 @@ ExifDirectory::ExifDirectory(std::vector<ExifEntry> entries) : m_entries(std::mo
     m_entries.erase(repeated.begin(), repeated.end());
 }
 
+std::uint16_t ExifDirectory::GetTagAt(std::uint32_t index) const {
+    if (index >= m_entries.size()) {
+        throw ArgumentOutOfRangeException("index");
+    }
+    return m_entries[index].Tag;
+}
+
 const ExifTag* ExifDirectory::Find(std::uint16_t tag) const noexcept {
     const auto place = std::ranges::lower_bound(m_entries, tag, {}, &ExifEntry::Tag);
     return place != m_entries.end() && place->Tag == tag ? &place->Value : nullptr;

@@ -29,7 +29,8 @@ public:
     auto begin() const noexcept { return m_entries.begin(); }
     auto end() const noexcept { return m_entries.end(); }
     std::uint32_t GetCount() const noexcept { return static_cast<std::uint32_t>(m_entries.size()); }
-    std::uint16_t GetTagAt(std::uint32_t index) const { return m_entries.at(index).Tag; }
+    /// Fails with `ArgumentOutOfRangeException` ("index") at the count and above.
+    std::uint16_t GetTagAt(std::uint32_t index) const;
     /// Null when the tag is not there.
     const ExifTag* Find(std::uint16_t tag) const noexcept;
     /// Replaces or adds. Fails with `UnexpectedException` above `MaxTagCount`.

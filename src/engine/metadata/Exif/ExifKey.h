@@ -23,8 +23,8 @@ public:
     static bool IsPseudoKey(std::uint32_t key) noexcept;
     static std::uint32_t GetIfdNumber(std::uint32_t key) noexcept { return key >> 16 & 0xFFF; }
     static std::uint16_t GetTagId(std::uint32_t key) noexcept { return static_cast<std::uint16_t>(key); }
-    /// The directory of a bare tag number. 1 counts as a tag of the interoperability directory, not of GPS; numbers that
-    /// no table has are those of the main image.
+    /// The directory of a bare tag number. 1 counts as a tag of the interoperability directory, not of GPS; numbers
+    /// that no table has are those of the main image.
     static ExifIfd GetTagIfd(std::uint16_t tag) noexcept;
     /// Fails with `ArgumentException` ("key") for the thumbnail and for what is neither bare nor pseudo.
     static ExifTagPlace TranslateKey(std::uint32_t key);

@@ -17,8 +17,8 @@ struct ExifTag {
     static ExifTag FromShort(std::uint16_t value);
     static ExifTag FromLong(std::uint32_t value);
     static ExifTag FromRational(UnsignedRational value);
-    /// Dots, or any other positive quantity, as a rational: whole numbers over 1, others to four decimals. What does not
-    /// fit becomes 0/1.
+    /// Dots, or any other positive quantity, as a rational: whole numbers over 1, others to four decimals. What does
+    /// not fit becomes 0/1.
     static UnsignedRational ToRational(double value) noexcept;
 
     std::uint32_t GetCount() const { return static_cast<std::uint32_t>(Data.size() / ExifDataTypeSize(Type)); }

@@ -18,8 +18,8 @@ public:
 
     /// The value of a tag, in words where it has some; false when the tag is not there.
     bool GetTagString(std::uint16_t tag, ExifIfd ifd, std::string& text) const;
-    /// All values as they are: numbers with ", " and texts with "; " between them, rationals as "1/2". Bytes that are no
-    /// text are shown in hexadecimal if they are few, else by their number.
+    /// All values as they are: numbers with ", " and texts with "; " between them, rationals as "1/2". Bytes that are
+    /// no text are shown in hexadecimal if they are few, else by their number.
     static std::string TagToString(const ExifTag& value);
     /// What EXIF 2.2 tells of a value: words of enumerated tags, coordinates as "48.00/8.00/12.34N", time, versions,
     /// components, comments. False where it tells nothing.

@@ -22,8 +22,8 @@ public:
     /// A whole file of the raster, converted to a format that the codec can write if it must be.
     virtual std::vector<std::uint8_t> Encode(const BitmapData& raster) const = 0;
 
-    /// Makes a codec known, which must live until the end of the process or until another takes its place; null takes it
-    /// back. The one before is returned. Fails with `ArgumentException` ("format") for all but JPEG and TIFF.
+    /// Makes a codec known, which must live until the end of the process or until another takes its place; null takes
+    /// it back. The one before is returned. Fails with `ArgumentException` ("format") for all but JPEG and TIFF.
     /// Thread-safe.
     static const IThumbnailCodec* Register(FileFormat format, const IThumbnailCodec* pCodec);
     /// Null when the format has none. Thread-safe, without a lock.
