@@ -1,6 +1,6 @@
 // 12 million RGB pixels to a given palette of 256 entries, exactly, without and with each dithering, on one thread. Pillow
-// and ImageMagick map the same file to the same palette where they are installed; "vs_pillow" and "vs_magick" are our time
-// over theirs. (Pillow searches a cache of coarse colours, which is not exact.)
+// and ImageMagick map the same file to the same palette where they are installed; "vs_pillow" and "vs_magick" are our
+// processor time over theirs. (Pillow searches a cache of coarse colours, which is not exact.)
 
 #include "SyntheticPicture.h"
 #include "colorconversion/ColorSpaceManager.h"
@@ -8,9 +8,9 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -78,9 +78,9 @@ entries.putpalette(palette.tobytes())
 def seconds(dither):
     best = 1e9
     for _ in range(2):
-        start = time.perf_counter()
+        start = time.process_time()
         picture.quantize(palette=entries, dither=dither)
-        best = min(best, time.perf_counter() - start)
+        best = min(best, time.process_time() - start)
     return best
 print(seconds(0), seconds(3))
 )";
@@ -103,10 +103,10 @@ PeerTimes MeasurePeers(const std::vector<std::uint8_t>& pixels, const ColorMap& 
             break;
         }
     }
-    // The shell's clock around the whole run, less that of a run that only reads.
+    // The processor time of the whole run, less that of a run that only reads.
     const auto magick = [&](const std::string& options) {
         const std::string command = "MAGICK_THREAD_LIMIT=1 convert " + picture.string() + " " + options + " null:";
-        const std::string timed = "bash -c 'TIMEFORMAT=%R; { time " + command + " 2>/dev/null; } 2>&1'";
+        const std::string timed = "bash -c 'TIMEFORMAT=%U; { time " + command + " 2>/dev/null; } 2>&1'";
         return NumbersOf(timed, 1)[0];
     };
     if (std::system("convert -version >/dev/null 2>&1") == 0) {
@@ -126,11 +126,11 @@ void Convert(benchmark::State& state, const Workload& work, DitheringType type) 
     manager.SetDitheringType(type);
     double best = 1e9;
     for (auto _ : state) {
-        const auto start = std::chrono::steady_clock::now();
+        const std::clock_t start = std::clock();
         std::unique_ptr<BitmapData> result;
         manager.TransformBitmapData(work.Source, PixelFormat::Format8bppIndexed, result);
         benchmark::DoNotOptimize(result->GetPixelsRef());
-        best = std::min(best, std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+        best = std::min(best, static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
     }
     state.counters["best_ms"] = best * 1e3;
     const bool isPlain = type == DitheringType::None;

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <span>
 #include <unordered_map>
 
 namespace ImagingFramework {
@@ -44,7 +45,6 @@ void GridColorMapper::Reset() noexcept {
     ColorMapper::Reset();
     m_cells.clear();
     m_blocks.clear();
-    m_blockEntries.clear();
 }
 
 void GridColorMapper::SetColorMap(const ColorMap& map) {
@@ -209,31 +209,22 @@ std::uint32_t GridColorMapper::WriteBlocks() {
         std::fill_n(entries + count, times, candidate.Entry);
         count += times;
     }
-    const std::size_t first = m_blocks.size() / BlockLanes;
+    const std::size_t first = m_blocks.size();
     const std::size_t blockCount = (count + BlockSize - 1) / BlockSize;
     if (first + blockCount > MaximumBlocks) {
         return CellOfTree;
     }
     for (std::size_t i = 0; i < count; i += BlockSize) {
-        WriteBlock(entries + i, std::min(BlockSize, count - i));
+        m_blocks.push_back(MakeBlock(entries + i, std::min(BlockSize, count - i)));
     }
     return static_cast<std::uint32_t>(first << 8 | blockCount);
 }
 
-/// With weights w, the square distance of a colour q from an entry p is w q q + (w p p - 2 w p q), of which the first
-/// term is the same for all entries. A block holds -2 w p, as words, and 256 w p p + index: the sum of products, times
-/// 256, plus the constant orders entries by distance first and brings the index along. It lies within 120 * 255^2 * 256,
-/// which is below 2^31, on either side of zero. Places without an entry compare above all others.
-void GridColorMapper::WriteBlock(const std::uint16_t* entries, std::size_t count) {
-    const std::size_t start = m_blocks.size();
-    m_blocks.resize(start + BlockLanes, 0);
-    for (std::size_t i = 0; i < BlockSize; ++i) {
-        std::int32_t* const lane = m_blocks.data() + start + i;
-        if (i >= count) {
-            lane[2 * BlockSize] = std::numeric_limits<std::int32_t>::max();
-            m_blockEntries.push_back(NoEntry);
-            continue;
-        }
+GridColorMapper::Block GridColorMapper::MakeBlock(const std::uint16_t* entries, std::size_t count) const {
+    Block block;
+    block.Constants.fill(std::numeric_limits<std::int32_t>::max());
+    block.Entries.fill(NoEntry);
+    for (std::size_t i = 0; i < count; ++i) {
         const auto& point = m_pTree->GetPoints()[entries[i]];
         std::int32_t factors[4];
         std::int32_t constant = 0;
@@ -242,11 +233,12 @@ void GridColorMapper::WriteBlock(const std::uint16_t* entries, std::size_t count
             factors[axis] = -2 * weight * point[axis];
             constant += weight * point[axis] * point[axis];
         }
-        lane[0] = PairOf(factors[3], factors[2]);
-        lane[BlockSize] = PairOf(factors[1], factors[0]);
-        lane[2 * BlockSize] = constant * 256 + (entries[i] & 255);
-        m_blockEntries.push_back(entries[i]);
+        block.BlueGreen[i] = PairOf(factors[3], factors[2]);
+        block.RedAlpha[i] = PairOf(factors[1], factors[0]);
+        block.Constants[i] = constant * 256 + (entries[i] & 255);
+        block.Entries[i] = entries[i];
     }
+    return block;
 }
 
 // --- Searches
@@ -264,25 +256,25 @@ std::uint32_t GridColorMapper::Find(std::uint32_t pixel) {
     if (cell == CellOfTree) {
         return m_pTree->Find(query);
     }
-    const std::uint16_t* const entries = m_blockEntries.data() + std::size_t{cell >> 8} * BlockSize;
-    const std::size_t count = std::size_t{cell & 255} * BlockSize;
-    const std::uint32_t last = m_pTree->GetLastFound();
+    const std::uint32_t lastOfColor = m_representatives[m_pTree->GetLastFound()];
     std::uint32_t best = std::numeric_limits<std::uint32_t>::max();
     std::uint32_t found = 0;
     bool isUnique = true;
     bool lastTies = false;
-    for (std::size_t i = 0; i < count && entries[i] != NoEntry; ++i) {
-        const std::uint32_t distance = m_pTree->Distance(query, entries[i]);
-        if (distance > best) {
-            continue;
+    for (const Block& block : std::span(m_blocks).subspan(cell >> 8, cell & 255)) {
+        for (std::size_t i = 0; i < BlockSize && block.Entries[i] != NoEntry; ++i) {
+            const std::uint32_t distance = m_pTree->Distance(query, block.Entries[i]);
+            if (distance > best) {
+                continue;
+            }
+            isUnique = distance < best;
+            lastTies = (lastTies && !isUnique) || block.Entries[i] == lastOfColor;
+            found = block.Entries[i];
+            best = distance;
         }
-        isUnique = distance < best;
-        lastTies = (lastTies && !isUnique) || entries[i] == m_representatives[last];
-        found = entries[i];
-        best = distance;
     }
     if (lastTies) {
-        return last;
+        return m_pTree->GetLastFound();
     }
     if (!isUnique) {
         return m_pTree->Find(query);

@@ -78,11 +78,10 @@ public:
         }
         const Words blueGreen = hn::BitCast(WordTag(), hn::Broadcast<0>(pixel.Pairs));
         const Words redAlpha = hn::BitCast(WordTag(), hn::Broadcast<1>(pixel.Pairs));
-        const std::int32_t* block = m_view.Blocks + std::size_t{cell >> 8} * GridColorMapper::BlockLanes;
-        Two two{Keys(block, blueGreen, redAlpha), hn::Set(IntTag(), std::numeric_limits<std::int32_t>::max())};
+        const GridColorMapper::Block* block = m_view.Blocks + (cell >> 8);
+        Two two{Keys(*block, blueGreen, redAlpha), hn::Set(IntTag(), std::numeric_limits<std::int32_t>::max())};
         for (std::uint32_t i = 1; i < blockCount; ++i) {
-            block += GridColorMapper::BlockLanes;
-            two.Add(Keys(block, blueGreen, redAlpha));
+            two.Add(Keys(*++block, blueGreen, redAlpha));
         }
         two.Fold(hn::Shuffle1032(two.Smallest), hn::Shuffle1032(two.Second));
         two.Fold(hn::Shuffle2301(two.Smallest), hn::Shuffle2301(two.Second));
@@ -112,12 +111,12 @@ private:
         }
     };
 
-    static HWY_INLINE Ints Keys(const std::int32_t* block, Words blueGreen, Words redAlpha) {
+    static HWY_INLINE Ints Keys(const GridColorMapper::Block& block, Words blueGreen, Words redAlpha) {
         const IntTag d;
-        const Words first = hn::BitCast(WordTag(), hn::LoadU(d, block));
-        const Words second = hn::BitCast(WordTag(), hn::LoadU(d, block + GridColorMapper::BlockSize));
+        const Words first = hn::BitCast(WordTag(), hn::Load(d, block.BlueGreen.data()));
+        const Words second = hn::BitCast(WordTag(), hn::Load(d, block.RedAlpha.data()));
         const Ints products = hn::Add(MultiplyPairs(blueGreen, first), MultiplyPairs(redAlpha, second));
-        return hn::Add(hn::ShiftLeft<8>(products), hn::LoadU(d, block + 2 * GridColorMapper::BlockSize));
+        return hn::Add(hn::ShiftLeft<8>(products), hn::Load(d, block.Constants.data()));
     }
 
     /// New cells, cells of the tree and ties.

@@ -3,6 +3,7 @@
 #include "ErrorHandling/Exceptions.h"
 
 #include <algorithm>
+#include <new>
 
 namespace ImagingFramework {
 
