@@ -6,7 +6,7 @@
 #include "metadata/Exif/ExifBlockWriter.h"
 #include "metadata/Exif/ExifDataStorage.h"
 #include "metadata/Streams/MemoryReader.h"
-#include "metadata/Thumbnails/IThumbnailCodec.h"
+#include "metadata/Exif/IThumbnailCodec.h"
 
 #include <cstddef>
 #include <cstdint>
