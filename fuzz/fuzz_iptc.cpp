@@ -7,6 +7,7 @@
 #include "metadata/Streams/MemoryReader.h"
 
 #include <cstdlib>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -31,18 +32,18 @@ void SetAgain(const IptcDataStorage& storage, std::uint32_t key) {
     Require(storage.GetItemString(key, text) && IsUtf8(text));
     std::vector<DataItem> values;
     Require(storage.GetItemArray(key, values));
-    std::vector<std::string> texts;
+    std::vector<std::optional<std::string>> texts;
     for (const DataItem& value : values) {
-        if (value.GetType() == DataType::String) {
-            texts.push_back(static_cast<std::string&>(value));
-        }
+        const bool isText = value.GetType() == DataType::String;
+        texts.push_back(isText ? std::optional(static_cast<std::string&>(value)) : std::nullopt);
     }
     IptcDataStorage copy = storage;
-    copy.SetItemArray(key, values);
+    copy.SetItemArray(key, values); // as far as they are not empty
     std::vector<DataItem> again;
     copy.GetItemArray(key, again);
+    Require(again.size() <= texts.size());
     for (std::size_t i = 0; i < again.size(); ++i) {
-        Require(again[i].GetType() != DataType::String || static_cast<std::string&>(again[i]) == texts[i]);
+        Require(!texts[i] || static_cast<std::string&>(again[i]) == *texts[i]);
         again[i].FreePointerValue();
     }
 }

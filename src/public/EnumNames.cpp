@@ -190,6 +190,15 @@ constexpr auto LoadingModeNames = [] {
     });
 }();
 
+constexpr auto XmpNodeTypeNames = [] {
+    using E = Codecs::XmpNodeType;
+    return std::to_array<EnumName<E>>({
+        RASTERLOOM_NAME(SimpleProperty) RASTERLOOM_NAME(UnorderedArray) RASTERLOOM_NAME(OrderedArray)
+        RASTERLOOM_NAME(AlternativeArray) RASTERLOOM_NAME(LocalizedText) RASTERLOOM_NAME(Structure)
+        RASTERLOOM_NAME(Qualifier) RASTERLOOM_NAME(LocalizedTextItem)
+    });
+}();
+
 #undef RASTERLOOM_NAME
 // clang-format on
 
@@ -274,6 +283,10 @@ std::span<const EnumName<Codecs::DisposalMethod>> EnumNames<Codecs::DisposalMeth
 template <>
 std::span<const EnumName<Codecs::LoadingMode>> EnumNames<Codecs::LoadingMode>() {
     return LoadingModeNames;
+}
+template <>
+std::span<const EnumName<Codecs::XmpNodeType>> EnumNames<Codecs::XmpNodeType>() {
+    return XmpNodeTypeNames;
 }
 
 } // namespace Corvane::Rasterloom

@@ -38,12 +38,13 @@ void XMPData::AddNamespace(const XMPNamespace& ns) {
 }
 
 const XMPNamespace& XMPData::AddNamespace(std::string_view uri, std::string_view prefix) {
-    const XMPNamespace& ns = XMPNamespace::Register(uri, prefix);
-    if (!prefix.empty() && ns.GetPrefix() != prefix) {
+    const XMPNamespace* const ns =
+        prefix.empty() ? &XMPNamespace::Register(uri, prefix) : XMPNamespace::RegisterExactly(uri, prefix);
+    if (ns == nullptr) {
         throw UnexpectedException("actual prefix is different");
     }
-    AddNamespace(ns);
-    return ns;
+    AddNamespace(*ns);
+    return *ns;
 }
 
 std::vector<const XMPNamespace*> XMPData::GetRegisteredNamespaces() {

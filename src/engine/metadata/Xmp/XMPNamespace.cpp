@@ -25,15 +25,15 @@ public:
 
     const XMPNamespace& Register(std::string_view uri, std::string_view prefix) {
         const std::lock_guard guard(m_mutex);
+        const XMPNamespace* const known = Find(m_byUri, uri);
+        return known != nullptr ? *known : AddFromOutside(uri, FreePrefix(prefix));
+    }
+    const XMPNamespace* RegisterExactly(std::string_view uri, std::string_view prefix) {
+        const std::lock_guard guard(m_mutex);
         if (const XMPNamespace* const known = Find(m_byUri, uri)) {
-            return *known;
+            return known->GetPrefix() == prefix ? known : nullptr;
         }
-        const std::size_t size = uri.size() + prefix.size() + SizeOfEntry;
-        if (size > MaxRegistrySize - m_uintSize) {
-            throw UnexpectedException("There are too many XMP namespaces.");
-        }
-        m_uintSize += size;
-        return Add(uri, FreePrefix(prefix));
+        return m_byPrefix.contains(prefix) ? nullptr : &AddFromOutside(uri, prefix);
     }
     const XMPNamespace* FindByUri(std::string_view uri) {
         const std::lock_guard guard(m_mutex);
@@ -65,6 +65,14 @@ private:
         const auto found = index.find(key);
         return found != index.end() ? found->second : nullptr;
     }
+    const XMPNamespace& AddFromOutside(std::string_view uri, std::string_view prefix) {
+        const std::size_t size = uri.size() + prefix.size() + SizeOfEntry;
+        if (size > MaxRegistrySize - m_uintSize) {
+            throw UnexpectedException("There are too many XMP namespaces.");
+        }
+        m_uintSize += size;
+        return Add(uri, prefix);
+    }
     const XMPNamespace& Add(std::string_view uri, std::string_view prefix) {
         const XMPNamespace& added =
             m_namespaces.emplace_back(std::string(uri), std::string(prefix), m_namespaces.size());
@@ -88,20 +96,29 @@ private:
     std::size_t m_uintSize = 0;
 };
 
-} // namespace
-
-const XMPNamespace& XMPNamespace::Register(std::string_view uri, std::string_view prefix) {
+void RequireWritable(std::string_view uri, std::string_view prefix) {
     // XML reserves the name and the URI of its own declarations.
     if (uri.empty() || !IsXmlText(uri) || uri.find('\n') != uri.npos || uri == "http://www.w3.org/2000/xmlns/") {
         throw ArgumentException("uri");
     }
-    if (prefix.empty()) {
-        prefix = DefaultPrefix;
-    }
     if (!IsXmlName(prefix) || prefix == "xmlns") {
         throw ArgumentException("prefix");
     }
+}
+
+} // namespace
+
+const XMPNamespace& XMPNamespace::Register(std::string_view uri, std::string_view prefix) {
+    if (prefix.empty()) {
+        prefix = DefaultPrefix;
+    }
+    RequireWritable(uri, prefix);
     return Registry::Instance().Register(uri, prefix);
+}
+
+const XMPNamespace* XMPNamespace::RegisterExactly(std::string_view uri, std::string_view prefix) {
+    RequireWritable(uri, prefix);
+    return Registry::Instance().RegisterExactly(uri, prefix);
 }
 
 const XMPNamespace* XMPNamespace::FindByUri(std::string_view uri) {

@@ -29,6 +29,8 @@ public:
     /// the process knows too many namespaces: what packets of strangers bring along is never forgotten, so it is
     /// bounded.
     static const XMPNamespace& Register(std::string_view uri, std::string_view prefix);
+    /// The same for exactly this prefix; null when the URI has another one or the prefix is another URI's.
+    static const XMPNamespace* RegisterExactly(std::string_view uri, std::string_view prefix);
     /// Null when it is not known.
     static const XMPNamespace* FindByUri(std::string_view uri);
     static const XMPNamespace* FindByPrefix(std::string_view prefix);

@@ -159,7 +159,8 @@ XMPNode& XMPNode::AddQualifierNoSync(std::shared_ptr<XMPNode> qualifier) {
     Require(IsSimple(), "Node cannot have qualifiers");
     Require(qualifier->m_type == XMPNodeType::Qualifier, "child should be a qualifier");
     Require(m_qualifiers.Find(qualifier->m_pNamespace, qualifier->m_strName) == nullptr, "Qualifier Already exists");
-    return m_qualifiers.Add(std::move(qualifier));
+    const bool isLanguage = qualifier->m_pNamespace == &XMPNamespace::Xml(); // which stands first
+    return isLanguage ? m_qualifiers.AddFirst(std::move(qualifier)) : m_qualifiers.Add(std::move(qualifier));
 }
 
 } // namespace ImagingFramework

@@ -16,7 +16,6 @@ namespace ImagingFramework {
 namespace {
 
 constexpr char Separator = '\n'; // no URI has one, and the XML parser sees to it
-constexpr std::size_t MaxDepth = 256;
 constexpr std::size_t MaxElements = 1000000; // with attributes
 constexpr std::size_t PieceSize = std::size_t{1} << 26;
 constexpr std::string_view WhiteSpace = " \t\r\n";
@@ -159,6 +158,7 @@ void XmpPacketParser::Parse(std::string_view packet) {
             Fail(XML_ErrorString(XML_GetErrorCode(m_pParser)));
         }
     }
+    KeepInstanceId();
 }
 
 void XmpPacketParser::Fail(std::string_view text) const {
@@ -250,6 +250,14 @@ void XmpPacketParser::CheckAbout(std::string_view about) {
     Require(about.empty() || m_strAbout.empty() || m_strAbout == about, "it describes more than one resource");
     if (!about.empty()) {
         m_strAbout = about;
+    }
+}
+
+/// Packets of old writers identify the image by what they describe; written packets describe nothing in particular.
+void XmpPacketParser::KeepInstanceId() {
+    const XMPNamespace& ns = XMPNamespace::Register("http://ns.adobe.com/xap/1.0/mm/", "xmpMM");
+    if (m_strAbout.starts_with("uuid:") && m_data.GetNodeRef(ns, "InstanceID") == nullptr) {
+        m_data.AddNode(XMPNodeType::SimpleProperty, ns, "InstanceID", m_strAbout);
     }
 }
 

@@ -23,6 +23,9 @@ class XMPNode;
 /// property take turns, and a node is made when the element of its property ends.
 class XmpPacketParser {
 public:
+    /// Of elements within elements.
+    static constexpr std::size_t MaxDepth = 256;
+
     /// `data` must outlive the parser.
     explicit XmpPacketParser(XMPData& data) noexcept : m_data(data) {}
 
@@ -85,6 +88,7 @@ private:
     void ReadPropertyAttributes(Frame& property, const std::vector<Attribute>& attributes) const;
     void ReadAttributesAsContent(Frame& property, const std::vector<Attribute>& attributes) const;
     void CheckAbout(std::string_view about);
+    void KeepInstanceId();
     bool IsOnTopLevel() const;
     void EndProperty(Frame property);
     void ApplyValueElement(Frame& property) const;
