@@ -164,8 +164,8 @@ TEST_F(JpegMetadata, ResolutionsOfJfifAndExif) {
 TEST_F(JpegMetadata, SettingsOfFrames) {
     JpegEncoderOptions options(80, true, false);
     EXPECT_THROW(options.set_Quality(101), Host::ArgumentOutOfRangeException);
-    EXPECT_EQ(ThrownText<Host::ArgumentOutOfRangeException>([] { JpegFrame(-1); }).substr(0, 46),
-              "Quality should be in the range of [0, 100].\nPa");
+    EXPECT_EQ(ThrownText<Host::ArgumentOutOfRangeException>([] { JpegFrame(-1); }),
+              "Quality should be in the range of [0, 100].");
     options.set_RestartInterval(1);
     JpegReader reader(StreamOver(Save(m_bitmap, options)));
     const auto frame = reader.LoadFrame(0);

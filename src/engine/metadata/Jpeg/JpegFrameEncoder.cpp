@@ -79,10 +79,11 @@ std::vector<std::uint8_t> JpegFrameEncoder::SerializeResources() const {
     std::vector<std::uint8_t> iptc;
     if (m_pIptc && m_pIptc->GetIptcAsBinary(iptc) != 0) {
         resources.Remove(AdobeResources::IptcId);
-        AdobeResourceBlock block(AdobeResources::IptcId, {}, std::move(iptc));
+        auto block = std::make_unique<AdobeResourceBlock>(AdobeResources::IptcId, std::string_view(), std::move(iptc));
         DataItem item;
-        item = &block;
+        item = block.get();
         resources.SetItem(AdobeResources::IptcId, item);
+        static_cast<void>(block.release()); // the resources have taken it
     }
     std::vector<std::uint8_t> bytes;
     if (resources.GetCount() != 0) {
