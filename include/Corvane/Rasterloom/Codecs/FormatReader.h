@@ -11,6 +11,10 @@ class ItemTag;
 class MetaData;
 } // namespace ImagingFramework
 
+namespace Corvane::Rasterloom {
+class ColorProfile;
+}
+
 namespace Corvane::Rasterloom::Codecs {
 
 class Frame;
@@ -98,6 +102,7 @@ protected:
     void OnThreadStopping(const std::exception_ptr& exception) override;
 
 private:
+    std::shared_ptr<ColorProfile> LoadColorProfile(const Frame& frame);
     template <class Attach>
     void OpenBy(Attach attach);
     void _Close();
