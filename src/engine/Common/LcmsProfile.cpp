@@ -11,8 +11,13 @@ namespace ImagingFramework {
 
 namespace {
 
+// Positions in the header. Signatures are read there as the numbers that they are: the library's own type for them does
+// not hold every number.
+constexpr std::size_t DeviceClassPosition = 12;
+constexpr std::size_t ColorSpacePosition = 16;
+
 struct SpaceCode {
-    cmsColorSpaceSignature Signature;
+    std::uint32_t Signature;
     std::uint32_t Code;
 };
 
@@ -23,9 +28,15 @@ constexpr SpaceCode SpaceCodes[] = {
     {cmsSigHlsData, 0x42000000},  {cmsSigCmyData, 0x44000000},
 };
 
-constexpr char32_t Replacement = 0xFFFD;
+std::uint32_t ReadSignature(std::span<const std::uint8_t> bytes, std::size_t position) {
+    std::uint32_t code = 0;
+    for (const std::uint8_t byte : bytes.subspan(position, 4)) {
+        code = code << 8 | byte;
+    }
+    return code;
+}
 
-bool IsSurrogate(char32_t unit) { return unit >= 0xD800 && unit < 0xE000; }
+constexpr char32_t Replacement = 0xFFFD;
 
 void AppendUtf8(std::string& text, char32_t point) {
     const auto tail = [&](int shift) { text.push_back(static_cast<char>(0x80 | ((point >> shift) & 0x3F))); };
@@ -46,17 +57,16 @@ void AppendUtf8(std::string& text, char32_t point) {
     }
 }
 
-/// The library keeps one unit of UTF-16 in each wide character, of whatever size that is.
-std::string ToUtf8(std::span<const wchar_t> units) {
+/// The library gives a code point in each wide character.
+std::string ToUtf8(std::span<const wchar_t> points) {
+    static_assert(sizeof(wchar_t) == sizeof(char32_t));
     std::string text;
-    for (std::size_t i = 0; i < units.size() && units[i] != 0; ++i) {
-        auto point = static_cast<char32_t>(units[i]);
-        const char32_t next = i + 1 < units.size() ? static_cast<char32_t>(units[i + 1]) : 0;
-        if (point >= 0xD800 && point < 0xDC00 && next >= 0xDC00 && next < 0xE000) {
-            point = 0x10000 + ((point - 0xD800) << 10) + (next - 0xDC00);
-            ++i;
+    for (const wchar_t wide : points) {
+        const auto point = static_cast<char32_t>(wide);
+        if (point == 0) {
+            break;
         }
-        AppendUtf8(text, IsSurrogate(point) || point > 0x10FFFF ? Replacement : point);
+        AppendUtf8(text, (point >= 0xD800 && point < 0xE000) || point > 0x10FFFF ? Replacement : point);
     }
     return text;
 }
@@ -93,28 +103,27 @@ void LcmsProfile::Open(std::span<const std::uint8_t> bytes) {
     if (m_hProfile == nullptr) {
         throw CmOpenProfileException();
     }
+    m_uintDeviceClass = ReadSignature(bytes, DeviceClassPosition);
+    m_uintColorSpace = ReadSignature(bytes, ColorSpacePosition);
 }
 
 LcmsProfile::~LcmsProfile() { cmsCloseProfile(m_hProfile); }
 
 std::uint32_t LcmsProfile::GetColorSpace() const {
-    const cmsColorSpaceSignature signature = cmsGetColorSpace(m_hProfile);
     for (const SpaceCode& space : SpaceCodes) {
-        if (space.Signature == signature) {
+        if (space.Signature == m_uintColorSpace) {
             return space.Code;
         }
     }
     throw UnsupportedPixelFormatException();
 }
 
-std::uint32_t LcmsProfile::GetDeviceClass() const { return static_cast<std::uint32_t>(cmsGetDeviceClass(m_hProfile)); }
-
 std::string LcmsProfile::GetText(cmsInfoType type) const {
     const cmsUInt32Number size = cmsGetProfileInfo(m_hProfile, type, "en", "US", nullptr, 0);
-    std::vector<wchar_t> units(size / sizeof(wchar_t) + 1);
-    cmsGetProfileInfo(m_hProfile, type, "en", "US", units.data(),
-                      static_cast<cmsUInt32Number>(units.size() * sizeof(wchar_t)));
-    return ToUtf8(units);
+    std::vector<wchar_t> text(size / sizeof(wchar_t) + 1);
+    cmsGetProfileInfo(m_hProfile, type, "en", "US", text.data(),
+                      static_cast<cmsUInt32Number>(text.size() * sizeof(wchar_t)));
+    return ToUtf8(text);
 }
 
 std::string LcmsProfile::GetDescription() const { return GetText(cmsInfoDescription); }

@@ -28,7 +28,7 @@ public:
     /// `UnsupportedPixelFormatException` for a space that has no code.
     std::uint32_t GetColorSpace() const;
     /// The four characters of the profile's class.
-    std::uint32_t GetDeviceClass() const;
+    std::uint32_t GetDeviceClass() const noexcept { return m_uintDeviceClass; }
 
     /// Texts are UTF-8, in English where there are several languages; empty where the profile has none.
 
@@ -47,6 +47,8 @@ private:
 
     std::shared_ptr<LcmsContext> m_pContext;
     cmsHPROFILE m_hProfile = nullptr;
+    std::uint32_t m_uintDeviceClass = 0;
+    std::uint32_t m_uintColorSpace = 0;
 };
 
 } // namespace ImagingFramework

@@ -126,6 +126,22 @@ void FormatReader::_FrameLoadProperty(Frame& frame, FrameProperty property) {
     _OnFrameLoadProperty(frame, property);
 }
 
+/// Null for none, and for one that is damaged: the picture beside it is good.
+std::shared_ptr<ColorProfile> FormatReader::LoadColorProfile(const Frame& frame) {
+    engine::ItemTag tag(engine::MetaDataId::ColorProfile);
+    if (!_GetFrameItem(frame, tag) || tag.IsEmpty()) {
+        return nullptr;
+    }
+    const std::unique_ptr<engine::ColorProfileData> data(
+        CallEngine([&] { return static_cast<engine::ColorProfileData*>(tag); }));
+    try {
+        return data && !data->Bytes.empty() ? std::make_shared<ColorProfile>(std::span(std::as_const(data->Bytes)))
+                                            : nullptr;
+    } catch (const Host::Exception&) {
+        return nullptr;
+    }
+}
+
 void FormatReader::_OnFrameLoadProperty(Frame& frame, FrameProperty property) {
     Frame::Impl& fields = frame.get__Impl();
     const auto load = [&](engine::MetaDataId id, auto& cell) {
@@ -155,6 +171,8 @@ void FormatReader::_OnFrameLoadProperty(Frame& frame, FrameProperty property) {
         return load(engine::MetaDataId::HorizontalResolution, fields.m_cells.HorizontalResolution);
     case FrameProperty::VerticalResolution:
         return load(engine::MetaDataId::VerticalResolution, fields.m_cells.VerticalResolution);
+    case FrameProperty::ColorProfile:
+        return fields.m_cells.ColorProfile.Set(LoadColorProfile(frame));
     case FrameProperty::Left:
         return load(engine::MetaDataId::FrameLeft, fields.m_cells.Left);
     case FrameProperty::Top:

@@ -9,6 +9,10 @@ class BitmapData;
 class ItemTag;
 } // namespace ImagingFramework
 
+namespace Corvane::Rasterloom {
+class ColorProfile;
+}
+
 namespace Corvane::Rasterloom::Codecs {
 
 class Frame;
@@ -81,6 +85,7 @@ protected:
     void OnThreadStopping(const std::exception_ptr& exception) override;
 
 private:
+    std::shared_ptr<ColorProfile> LoadColorProfile(const Frame& frame);
     void StartLoading(Frame& frame, ActionType action, std::int32_t width, std::int32_t height);
     void EndLoading() noexcept;
 
