@@ -4,7 +4,7 @@
 set -euo pipefail
 picture="$(realpath "${1:-$(dirname "$0")/examples/pictures/lake.bmp}")"
 cd "$(dirname "$0")"
-cmake/install-packages.sh g++ cmake ninja-build ccache libfmt-dev libhwy-dev libexpat1-dev libcli11-dev nlohmann-json3-dev
+cmake/install-packages.sh library tool
 cmake --preset demo >/dev/null
 cmake --build --preset demo --target rasterloom-tool
 

@@ -13,7 +13,10 @@
 #include <Corvane/Rasterloom/Codecs/DisposalMethod.h>
 #include <Corvane/Rasterloom/Codecs/FormatManager.h>
 #include <Corvane/Rasterloom/Codecs/XmpNodeType.h>
+#include <Corvane/Rasterloom/ColorManagementEngine.h>
 #include <Corvane/Rasterloom/ColorPaletteType.h>
+#include <Corvane/Rasterloom/ColorQuantizationAlgorithm.h>
+#include <Corvane/Rasterloom/ColorTransformationIntent.h>
 #include <Corvane/Rasterloom/DitheringType.h>
 #include <Corvane/Rasterloom/PixelFormat.h>
 #include <Corvane/Rasterloom/Transforms/InterpolationMode.h>
@@ -143,6 +146,19 @@ RASTERLOOM_SAME_VALUE(ColorPaletteType, ColorMapType, Windows);
 RASTERLOOM_SAME_VALUE(ColorPaletteType, ColorMapType, Mac);
 RASTERLOOM_SAME_VALUE(ColorPaletteType, ColorMapType, GrayScale);
 RASTERLOOM_SAME_VALUE(ColorPaletteType, ColorMapType, Bicolor);
+
+RASTERLOOM_SAME_VALUE(ColorManagementEngine, ColorManagementEngine, None);
+RASTERLOOM_SAME_VALUE(ColorManagementEngine, ColorManagementEngine, LittleCms);
+RASTERLOOM_SAME_VALUE(ColorManagementEngine, ColorManagementEngine, AdobeCmm);
+
+RASTERLOOM_SAME_VALUE(ColorTransformationIntent, ColorTransformIntent, Saturation);
+RASTERLOOM_SAME_VALUE(ColorTransformationIntent, ColorTransformIntent, RelativeColorimetric);
+RASTERLOOM_SAME_VALUE(ColorTransformationIntent, ColorTransformIntent, Perceptual);
+RASTERLOOM_SAME_VALUE(ColorTransformationIntent, ColorTransformIntent, AbsoluteColorimetric);
+RASTERLOOM_SAME_VALUE(ColorTransformationIntent, ColorTransformIntent, RelativeColorimetricBpc);
+
+RASTERLOOM_SAME_VALUE(ColorQuantizationAlgorithm, ColorQuantizationAlgorithm, Octree);
+RASTERLOOM_SAME_VALUE(ColorQuantizationAlgorithm, ColorQuantizationAlgorithm, MedianCut);
 
 RASTERLOOM_SAME_VALUE(Transforms::InterpolationMode, InterpolationMode, LowQuality);
 RASTERLOOM_SAME_VALUE(Transforms::InterpolationMode, InterpolationMode, MediumQuality);

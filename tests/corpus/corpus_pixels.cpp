@@ -49,13 +49,19 @@ Dump DumpIndexed(Bitmap& bitmap) {
     for (std::int32_t i = 0; i < palette->get_Count(); ++i) {
         entries.push_back(palette->get_Item(i));
     }
-    const PixelArray indices = bitmap.Export();
-    ForEachPixel(bitmap, [&](std::int32_t x, std::int32_t y) {
-        const RgbColor& color = entries.at(static_cast<std::size_t>(indices(x, y, 0)));
-        for (const auto sample : {color.get_R(), color.get_G(), color.get_B(), color.get_A()}) {
-            dump.Add(static_cast<std::int32_t>(sample), false);
+    const int bits = bitmap.get_BitsPerPixel();
+    const auto view = bitmap.LockBits();
+    for (std::int32_t y = 0; y < view->get_Height(); ++y) {
+        const std::uint8_t* const pRow = view->get_Scan0() + std::ptrdiff_t{y} * view->get_Stride();
+        for (std::int32_t x = 0; x < view->get_Width(); ++x) {
+            const std::int32_t position = x * bits;
+            const int index = pRow[position / 8] >> (8 - bits - position % 8) & ((1 << bits) - 1);
+            const RgbColor& color = entries.at(static_cast<std::size_t>(index));
+            for (const auto sample : {color.get_R(), color.get_G(), color.get_B(), color.get_A()}) {
+                dump.Add(sample, false);
+            }
         }
-    });
+    }
     return dump;
 }
 

@@ -70,9 +70,11 @@ def check(path, rows):
         return None if rows[0]["note"] or rows[0]["pixfmt"] == "-" else frames
     if rows[0]["note"]:
         return None
-    if len(frames) != int(rows[0]["frames"]):
+    if rows[0]["frames"] != "-" and len(frames) != int(rows[0]["frames"]):
         return f"{len(frames)} frames, not {rows[0]['frames']}"
     for row in rows:
+        if row["frame"] == "-":
+            continue
         width, height, kind, pixels = frames[int(row["frame"])]
         if row["width"] != "-" and (width, height) != (int(row["width"]), int(row["height"])):
             return f"{width} x {height}, not {row['width']} x {row['height']}"

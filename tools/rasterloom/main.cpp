@@ -41,6 +41,15 @@ void AddBatchOptions(CLI::App& command, Request& request) {
     command.add_option("--jobs,-j", request.Batch.Jobs, "Files worked on at a time (default 1)")->check(CLI::Range(1, 256));
     command.add_flag("--force,-f", request.Batch.Force, "Replace files that exist");
     command.add_option("--to", request.Batch.StandardOutputFormat, "Format for standard output, by its extension");
+    const std::string saving = "How files are written";
+    command.add_option("--quality", request.Batch.Saving.Quality, "JPEG: 0 to 100 (default 75)")
+        ->check(CLI::Range(0, 100))
+        ->group(saving);
+    command.add_flag("--progressive", request.Batch.Saving.Progressive, "JPEG: in scans of growing detail")->group(saving);
+    command
+        .add_flag_callback("--no-chroma-subsampling", [&] { request.Batch.Saving.ChromaSubsampling = false; },
+                           "JPEG: colour at full resolution")
+        ->group(saving);
     AddEnumOption<Transforms::InterpolationMode>(command, "--interpolation", "How to resample (default HighQuality)",
                                                  [&](auto mode) { request.Batch.Choices.Interpolation = mode; });
 }

@@ -77,45 +77,60 @@ private:
     double m_inverse;
 };
 
-/// The horizontal half with alpha: the reduced alpha, and colours weighted by alpha. Where the unreduced alpha is 0 the
+template <class Layout>
+using AlphaSum = std::conditional_t<sizeof(typename Layout::Sample) == 1, std::uint32_t, std::uint64_t>;
+
+/// Two neighbours of a row with alpha: the reduced alpha, and colours weighted by alpha. Where the unreduced alpha is 0 the
 /// colours are 0 and will have no weight.
+template <class Layout>
+void BlendNeighboursWithAlpha(const typename Layout::Sample* first, const typename Layout::Sample* second,
+                              std::uint32_t weight, typename Layout::Sample* pixel) {
+    using Sample = typename Layout::Sample;
+    using Wide = AlphaSum<Layout>;
+    const Wide firstWeight = Wide{first[Layout::Colors]} * (65536U - weight);
+    const Wide secondWeight = Wide{second[Layout::Colors]} * weight;
+    const Wide alpha = firstWeight + secondWeight;
+    const SharedDivisor<Wide> divisor(alpha != 0 ? alpha : 1); // both weights are 0 then, and so are the sums
+    for (int c = 0; c < Layout::Colors; ++c) {
+        pixel[c] = static_cast<Sample>(divisor.Divide(first[c] * firstWeight + second[c] * secondWeight));
+    }
+    pixel[Layout::Colors] = static_cast<Sample>(alpha >> 16);
+}
+
+/// Two blended pixels of neighbouring rows with alpha. Where the alpha of the result is 0 its colours are 0.
+template <class Layout>
+void BlendRowsOfPixelWithAlpha(const typename Layout::Sample* top, const typename Layout::Sample* bottom,
+                               std::uint32_t weight, typename Layout::Sample* pixel) {
+    using Sample = typename Layout::Sample;
+    using Wide = AlphaSum<Layout>;
+    const Wide topWeight = Wide{top[Layout::Colors]} * (65536U - weight);
+    const Wide bottomWeight = Wide{bottom[Layout::Colors]} * weight;
+    const Wide alpha = topWeight + bottomWeight;
+    pixel[Layout::Colors] = static_cast<Sample>(alpha >> 16);
+    const bool visible = (alpha >> 16) != 0;
+    const SharedDivisor<Wide> divisor(visible ? alpha : 1);
+    for (int c = 0; c < Layout::Colors; ++c) {
+        const Wide sum = top[c] * topWeight + bottom[c] * bottomWeight;
+        pixel[c] = static_cast<Sample>(divisor.Divide(visible ? sum : 0));
+    }
+}
+
+/// The horizontal half with alpha.
 template <class Layout>
 void BlendColumnsWithAlpha(const typename Layout::Sample* source, typename Layout::Sample* row,
                            const BilinearColumns& columns) {
-    using Sample = typename Layout::Sample;
-    using Wide = std::conditional_t<sizeof(Sample) == 1, std::uint32_t, std::uint64_t>;
     for (std::size_t x = 0; x < columns.First.size(); ++x) {
-        const Sample* const first = source + columns.First[x];
-        const Sample* const second = source + columns.Second[x];
-        const Wide firstWeight = Wide{first[Layout::Colors]} * (65536U - columns.Weight[x]);
-        const Wide secondWeight = Wide{second[Layout::Colors]} * columns.Weight[x];
-        const Wide alpha = firstWeight + secondWeight;
-        const SharedDivisor<Wide> divisor(alpha != 0 ? alpha : 1); // both weights are 0 then, and so are the sums
-        for (int c = 0; c < Layout::Colors; ++c) {
-            row[c] = static_cast<Sample>(divisor.Divide(first[c] * firstWeight + second[c] * secondWeight));
-        }
-        row[Layout::Colors] = static_cast<Sample>(alpha >> 16);
+        BlendNeighboursWithAlpha<Layout>(source + columns.First[x], source + columns.Second[x], columns.Weight[x], row);
         row += Layout::Samples;
     }
 }
 
-/// The vertical half with alpha. Where the alpha of the result is 0 its colours are 0.
+/// The vertical half with alpha.
 template <class Layout>
 void BlendRowsWithAlpha(const typename Layout::Sample* top, const typename Layout::Sample* bottom,
                         typename Layout::Sample* row, std::size_t pixels, std::uint32_t weight) {
-    using Sample = typename Layout::Sample;
-    using Wide = std::conditional_t<sizeof(Sample) == 1, std::uint32_t, std::uint64_t>;
     for (std::size_t x = 0; x < pixels; ++x) {
-        const Wide topWeight = Wide{top[Layout::Colors]} * (65536U - weight);
-        const Wide bottomWeight = Wide{bottom[Layout::Colors]} * weight;
-        const Wide alpha = topWeight + bottomWeight;
-        row[Layout::Colors] = static_cast<Sample>(alpha >> 16);
-        const bool visible = (alpha >> 16) != 0;
-        const SharedDivisor<Wide> divisor(visible ? alpha : 1);
-        for (int c = 0; c < Layout::Colors; ++c) {
-            const Wide sum = top[c] * topWeight + bottom[c] * bottomWeight;
-            row[c] = static_cast<Sample>(divisor.Divide(visible ? sum : 0));
-        }
+        BlendRowsOfPixelWithAlpha<Layout>(top, bottom, weight, row);
         top += Layout::Samples;
         bottom += Layout::Samples;
         row += Layout::Samples;

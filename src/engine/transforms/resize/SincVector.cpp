@@ -270,13 +270,13 @@ bool FilterRows(const SincRowsTask& task, int samples, bool alpha) {
     case 1:
         return RowFilter<1, false>(task).Run();
     case 2:
-        return RowFilter<2, true>(task).Run();
+        return alpha ? RowFilter<2, true>(task).Run() : RowFilter<2, false>(task).Run();
     case 3:
         return RowFilter<3, false>(task).Run();
     case 4:
         return alpha ? RowFilter<4, true>(task).Run() : RowFilter<4, false>(task).Run();
     default:
-        return RowFilter<5, true>(task).Run();
+        return alpha ? RowFilter<5, true>(task).Run() : RowFilter<5, false>(task).Run();
     }
 }
 
@@ -441,10 +441,14 @@ bool FilterColumns(const SincColumnsTask& task, int samples, bool alpha) {
         switch (samples) {
         case 1:
             return ColumnFilter<1, false>(task).Run();
+        case 2:
+            return ColumnFilter<2, false>(task).Run();
         case 3:
             return ColumnFilter<3, false>(task).Run();
-        default:
+        case 4:
             return ColumnFilter<4, false>(task).Run();
+        default:
+            return ColumnFilter<5, false>(task).Run();
         }
     }
     if (samples == 2) {
