@@ -2,6 +2,7 @@
 
 #include "CallOverStream.h"
 #include "FormatCodecFields.h"
+#include "MetadataExchange.h"
 #include "ObjectGuard.h"
 #include "metadata/Jpeg/JpegMetaData.h"
 #include "metadata/RecognizeMediaFormat.h"
@@ -13,7 +14,9 @@ namespace Corvane::Rasterloom::Codecs {
 
 namespace engine = ImagingFramework;
 
-JpegReader::JpegReader() : FormatReader(FormatManager::JpegFormat, std::make_unique<engine::JpegMetaData>()) {}
+JpegReader::JpegReader()
+    : FormatReader(FormatManager::JpegFormat, std::make_unique<engine::JpegMetaData>()),
+      m_pMetadata(std::make_unique<MetadataReadCells>()) {}
 
 JpegReader::JpegReader(const std::shared_ptr<Host::Stream>& stream) : JpegReader() { Open(stream); }
 
@@ -35,6 +38,38 @@ bool JpegReader::OnCheckForSupport(const std::shared_ptr<Host::Stream>& stream) 
     StreamWrapper wrapper(stream);
     return CallEngine([&] { return engine::TryJpegFormat(&wrapper); });
 }
+
+// --- Metadata
+
+template <class Read>
+auto JpegReader::ReadMetadata(Read read) {
+    const ObjectGuard guard(*this);
+    CheckNotDisposed();
+    CheckOpened();
+    return read([this](engine::ItemTag& tag) {
+        return CallOverStream(m_pCodec->m_pStreamWrapper.get(), [&] { return m_pCodec->m_pMetaData->GetItem(tag); });
+    });
+}
+
+std::shared_ptr<ExifDictionary> JpegReader::get_Exif() {
+    return ReadMetadata([this](auto get) { return m_pMetadata->GetExif(get); });
+}
+
+std::shared_ptr<IptcDictionary> JpegReader::get_Iptc() {
+    return ReadMetadata([this](auto get) { return m_pMetadata->GetIptc(get); });
+}
+
+std::string JpegReader::get_Xmp() {
+    return ReadMetadata([this](auto get) { return m_pMetadata->GetXmp(get); });
+}
+
+std::shared_ptr<AdobeResourceDictionary> JpegReader::get_AdobeResources() {
+    return ReadMetadata([this](auto get) { return m_pMetadata->GetAdobeResources(get); });
+}
+
+void JpegReader::OnClose() { *m_pMetadata = {}; }
+
+// --- Settings
 
 bool JpegReader::get_FastThumbnails() {
     const ObjectGuard guard(*this);

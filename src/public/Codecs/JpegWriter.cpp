@@ -1,5 +1,6 @@
 #include <Corvane/Rasterloom/Codecs/JpegWriter.h>
 
+#include "MetadataExchange.h"
 #include "metadata/Jpeg/JpegMetaData.h"
 
 #include <Corvane/Rasterloom/Codecs/FormatManager.h>
@@ -33,6 +34,19 @@ void JpegWriter::OnBeforeAddFrame(Frame& frame) {
     send(engine::MetaDataId::Progressive, settings.IsProgressive);
     send(engine::MetaDataId::ChromaSubsamplingEnabled, settings.ChromaSubsamplingEnabled);
     send(engine::MetaDataId::JpegRestartOption, settings.RestartInterval);
+    SendMetadata(get__Blocks(), get__WrittenFrameCount(), [this](engine::ItemTag& tag) { _SetItem(tag); });
+}
+
+void JpegWriter::OnImportEncoderOptions(const EncoderOptions& options) {
+    if (const auto* const source = dynamic_cast<const MetadataWriteSupport*>(&options)) {
+        set__Blocks(source->get__Blocks());
+    }
+}
+
+void JpegWriter::OnExportEncoderOptions(EncoderOptions& options) {
+    if (auto* const target = dynamic_cast<MetadataWriteSupport*>(&options)) {
+        target->set__Blocks(get__Blocks());
+    }
 }
 
 } // namespace Corvane::Rasterloom::Codecs

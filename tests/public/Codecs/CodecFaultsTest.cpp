@@ -103,8 +103,8 @@ TEST_P(CodecFaults, AFileThatEndsAnywhereIsDamagedOrUnknown) {
 TEST_P(CodecFaults, ASourceThatFailsIsHeard) {
     Bitmap target(3, 2, PixelFormat::Format8bppGrayScale);
     const auto size = static_cast<std::int64_t>(m_file.size());
-    // A stream that fails while its format is looked for has none.
-    EXPECT_THROW(Load(target, m_file, 0), MediaUnsupportedException);
+    // While its format is looked for, a failure is no match, unless a reader that a test has registered tells it.
+    EXPECT_ANY_THROW(Load(target, m_file, 0));
     for (std::int64_t limit = 100; limit < size; limit += std::max<std::int64_t>(1, size / 40)) {
         EXPECT_THROW(Load(target, m_file, limit), HostFailure) << limit;
         EXPECT_EQ(target.get_Width(), 3);

@@ -1,11 +1,12 @@
 #pragma once
 
 #include <Corvane/Rasterloom/Codecs/EncoderOptions.h>
+#include <Corvane/Rasterloom/Codecs/MetadataWriteSupport.h>
 
 namespace Corvane::Rasterloom::Codecs {
 
-/// Settings for JPEG files.
-class RASTERLOOM_API JpegEncoderOptions : public EncoderOptions {
+/// Settings for JPEG files, and the metadata blocks that they get: none at first.
+class RASTERLOOM_API JpegEncoderOptions : public EncoderOptions, public MetadataWriteSupport {
 public:
     static constexpr std::int32_t DefaultQuality = 75;
 

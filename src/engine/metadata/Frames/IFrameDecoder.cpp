@@ -1,5 +1,6 @@
 #include "metadata/Frames/IFrameDecoder.h"
 
+#include "Common/ColorProfileUtils.h"
 #include "Common/FrameSize.h"
 #include "Common/Numeric.h"
 #include "metadata/Streams/FileStream.h"
@@ -190,6 +191,14 @@ void IFrameDecoderImpl::SetColorProfile() {
         m_frameProfile = profile;
     } else if (!profile.empty() && !m_bThumbnailMode) {
         m_pOutput->SetProfile(profile.data(), profile.size());
+    }
+}
+
+void IFrameDecoderImpl::SetColorProfile(std::shared_ptr<const ProfileFile> pProfile) {
+    if (m_bProducerMode) {
+        m_frameProfile = GetProfileData(&pProfile->GetPath());
+    } else if (!m_bThumbnailMode) {
+        m_pOutput->SetProfileFile(std::move(pProfile));
     }
 }
 

@@ -87,6 +87,8 @@ protected:
     /// Gives the profile of `GetColorProfileRef`, if it has any bytes, to the raster that is being filled or to the
     /// consumers.
     void SetColorProfile();
+    /// The same with a profile that lies in a file already.
+    void SetColorProfile(std::shared_ptr<const ProfileFile> pProfile);
     /// Fails with `UnexpectedException` in a format without profiles.
     virtual const std::vector<std::uint8_t>& GetColorProfileRef();
     virtual void ResetFrameState();

@@ -1,7 +1,10 @@
 #include "metadata/Jpeg/JpegFrameDecoder.h"
 
+#include "Common/ColorProfileUtils.h"
 #include "Common/FrameSize.h"
+#include "Common/SystemProfiles.h"
 #include "metadata/Jpeg/JpegInks.h"
+#include "metadata/Streams/MemoryReader.h"
 
 #include <algorithm>
 #include <array>
@@ -67,6 +70,7 @@ void JpegFrameDecoder::Attach(ObjPtr<AbstractReader> pReader) {
 void JpegFrameDecoder::Detach() {
     IFrameDecoderImpl::Detach();
     m_segments = {};
+    m_bSRgb = false;
 }
 
 void JpegFrameDecoder::LoadBasicParams(const jpeg_decompress_struct& info) {
@@ -82,6 +86,7 @@ void JpegFrameDecoder::LoadBasicParams(const jpeg_decompress_struct& info) {
     m_uintRestartInterval = info.restart_interval / std::max(1U, unitsPerRow);
     m_segments = JpegSegments::Read(info);
     ReadResolution(info);
+    ReadExifFields();
     m_uintFrameCount = 1;
 }
 
@@ -103,6 +108,75 @@ void JpegFrameDecoder::ReadResolution(const jpeg_decompress_struct& info) {
         m_resolutionX *= CentimetresPerInch;
         m_resolutionY *= CentimetresPerInch;
     }
+}
+
+void JpegFrameDecoder::ReadExifFields() {
+    if (m_segments.Exif.empty()) {
+        return;
+    }
+    MemoryReader reader(m_segments.Exif.data(), m_segments.Exif.size());
+    ExifData exif;
+    exif.InitializeTolerantly(&reader, false);
+    const auto number = [&](std::uint16_t tag) {
+        const ExifTag* const pTag = exif.GetTag(tag, ExifIfd::MainImage);
+        return pTag == nullptr ? std::optional<double>() : pTag->GetReal();
+    };
+    const std::optional<double> x = number(ExifTagId::XResolution);
+    const std::optional<double> y = number(ExifTagId::YResolution);
+    if (x && y && *x > 0 && *y > 0) {
+        constexpr double centimetres = 3;
+        const double factor = number(ExifTagId::ResolutionUnit) == centimetres ? CentimetresPerInch : 1.0;
+        m_resolutionX = *x * factor;
+        m_resolutionY = *y * factor;
+    }
+    m_bSRgb = m_segments.ColorProfile.empty() && m_pixelFormat == PixelFormat::Format24bppRgb &&
+              CheckIfExifDataContainsProfileInfo(exif);
+}
+
+bool JpegFrameDecoder::CheckIfExifDataContainsProfileInfo(const ExifData& exif) const {
+    constexpr std::uint32_t sRgb = 1;
+    const ExifTag* const pTag = exif.GetTag(ExifTagId::ColorSpace, ExifIfd::Exif);
+    return pTag != nullptr && pTag->GetNumber() == sRgb;
+}
+
+// --- Metadata
+
+std::unique_ptr<ExifDataStorage> JpegFrameDecoder::GetExifData() const {
+    if (m_segments.Exif.empty()) {
+        return nullptr;
+    }
+    auto exif = std::make_unique<ExifDataStorage>();
+    MemoryReader reader(m_segments.Exif.data(), m_segments.Exif.size());
+    exif->Initialize(&reader, true);
+    return exif;
+}
+
+std::unique_ptr<AdobeResources> JpegFrameDecoder::GetAdobeResources() const {
+    if (m_segments.AdobeResources.empty()) {
+        return nullptr;
+    }
+    auto resources = std::make_unique<AdobeResources>();
+    resources->Load(m_segments.AdobeResources);
+    return resources;
+}
+
+std::unique_ptr<IptcDataStorage> JpegFrameDecoder::GetIptcData() const {
+    const auto resources = GetAdobeResources();
+    DataItem item;
+    if (!resources || !resources->GetItem(AdobeResources::IptcId, item)) {
+        return nullptr;
+    }
+    const std::unique_ptr<AdobeResourceBlock> block(static_cast<AdobeResourceBlock*>(item));
+    auto iptc = std::make_unique<IptcDataStorage>();
+    if (!block->GetData().empty()) {
+        MemoryReader reader(block->GetData().data(), block->GetData().size());
+        iptc->Initialize(&reader);
+    }
+    return iptc;
+}
+
+std::vector<std::uint8_t> JpegFrameDecoder::GetColorProfile() const {
+    return m_bSRgb ? GetProfileData(&GetSRgbProfile()->GetPath()) : m_segments.ColorProfile;
 }
 
 // --- Pixels
@@ -139,7 +213,11 @@ void JpegFrameDecoder::DecodeFrameInternal() {
     if (!IsThumbnailMode()) {
         SetResolution();
     }
-    SetColorProfile();
+    if (m_bSRgb) {
+        IFrameDecoderImpl::SetColorProfile(GetSRgbProfile());
+    } else {
+        IFrameDecoderImpl::SetColorProfile();
+    }
     decompressor.Start([this] { UpdateEvents(0); });
     if (reduction != 1) {
         SetReducedSize(info.output_width, info.output_height);

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "metadata/AdobeResources/AdobeResources.h"
+#include "metadata/Exif/ExifDataStorage.h"
 #include "metadata/Frames/IFrameDecoder.h"
+#include "metadata/Iptc/IptcDataStorage.h"
 #include "metadata/Jpeg/JpegDecompressor.h"
 #include "metadata/Jpeg/JpegSegments.h"
 
@@ -29,11 +32,20 @@ public:
 protected:
     void DecodeFrameInternal() override;
     const std::vector<std::uint8_t>& GetColorProfileRef() override { return m_segments.ColorProfile; }
-    const JpegSegments& GetSegments() const noexcept { return m_segments; }
-    void ReadResolution(const jpeg_decompress_struct& info);
-    void SaveRawXMPData(std::string packet) { m_segments.Xmp = std::move(packet); }
+    /// The blocks, parsed anew; null when the file has none. A broken block fails as it tells itself.
+    std::unique_ptr<ExifDataStorage> GetExifData() const;
+    std::unique_ptr<IptcDataStorage> GetIptcData() const;
+    std::unique_ptr<AdobeResources> GetAdobeResources() const;
+    /// UTF-8, empty when there is no packet.
+    const std::string& GetXMPData() const noexcept { return m_segments.Xmp; }
+    /// The bytes of the file's profile, or those of sRGB where EXIF names it; empty when the frame has none.
+    std::vector<std::uint8_t> GetColorProfile() const;
 
 private:
+    void ReadResolution(const jpeg_decompress_struct& info);
+    /// Resolution and colour space of a block that may be broken.
+    void ReadExifFields();
+    bool CheckIfExifDataContainsProfileInfo(const ExifData& exif) const;
     void LoadBasicParams(const jpeg_decompress_struct& info);
     void CheckDataSize();
     std::uint32_t ChooseReduction() const;
@@ -44,6 +56,7 @@ private:
     double m_resolutionY = BitmapData::DefaultResolution;
     std::uint32_t m_uintRestartInterval = 0;
     bool m_bChromaSubsampled = true;
+    bool m_bSRgb = false; ///< by EXIF, in a file without a profile
     bool m_bFastThumbnails = false;
 };
 

@@ -54,8 +54,50 @@ void JpegFrameEncoder::Begin(PixelFormat format, std::uint32_t width, std::uint3
     m_line.resize(format == PixelFormat::Format32bppCmyk ? std::size_t{4} * width : 0);
 }
 
-void JpegFrameEncoder::WriteSegments(double, double, const std::vector<std::uint8_t>& profile) {
+/// The block as it stands in the segment, with the resolution where it has none.
+std::vector<std::uint8_t> JpegFrameEncoder::SerializeExif(double horizontalResolution, double verticalResolution) const {
+    if (!m_pExif || m_pExif->GetCount() == 0) {
+        return {};
+    }
+    ExifData exif = *m_pExif;
+    const auto add = [&](std::uint16_t id, ExifTag tag) {
+        if (exif.GetTag(id, ExifIfd::MainImage) == nullptr) {
+            exif.SetTagInternal(id, ExifIfd::MainImage, std::move(tag));
+        }
+    };
+    const auto resolution = [](double value) { return ExifTag::FromRational(ExifTag::ToRational(value == 0 ? 1 : value)); };
+    constexpr std::uint16_t inches = 2;
+    add(ExifTagId::XResolution, resolution(horizontalResolution));
+    add(ExifTagId::YResolution, resolution(verticalResolution));
+    add(ExifTagId::ResolutionUnit, ExifTag::FromShort(inches));
+    return exif.SerializeForJpeg();
+}
+
+/// The IPTC block is one of the resources.
+std::vector<std::uint8_t> JpegFrameEncoder::SerializeResources() const {
+    AdobeResources resources = m_pResources ? *m_pResources : AdobeResources();
+    std::vector<std::uint8_t> iptc;
+    if (m_pIptc && m_pIptc->GetIptcAsBinary(iptc) != 0) {
+        resources.Remove(AdobeResources::IptcId);
+        auto block = std::make_unique<AdobeResourceBlock>(AdobeResources::IptcId, std::string_view(), std::move(iptc));
+        DataItem item;
+        item = block.get();
+        resources.SetItem(AdobeResources::IptcId, item);
+        static_cast<void>(block.release()); // the resources have taken it
+    }
+    std::vector<std::uint8_t> bytes;
+    if (resources.GetCount() != 0) {
+        resources.Save(bytes);
+    }
+    return bytes;
+}
+
+void JpegFrameEncoder::WriteSegments(double horizontalResolution, double verticalResolution,
+                                     const std::vector<std::uint8_t>& profile) {
     JpegSegmentWriter writer(*m_pCompressor);
+    writer.WriteExif(SerializeExif(horizontalResolution, verticalResolution));
+    writer.WriteAdobeResources(SerializeResources());
+    writer.WriteXmp(m_xmp);
     writer.WriteColorProfile(profile);
 }
 

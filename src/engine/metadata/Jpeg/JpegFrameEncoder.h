@@ -1,7 +1,10 @@
 #pragma once
 
+#include "metadata/AdobeResources/AdobeResources.h"
+#include "metadata/Exif/ExifDataStorage.h"
 #include "metadata/Frames/IFrameEncoder.h"
 #include "metadata/Frames/IScanLineConsumer.h"
+#include "metadata/Iptc/IptcDataStorage.h"
 #include "metadata/Jpeg/JpegCompressor.h"
 
 #include <memory>
@@ -25,6 +28,13 @@ public:
     /// Whether the samples of inks are written as what remains of each, which is what programs expect.
     void SetInvertInks(bool invert) noexcept { m_bInvertInks = invert; }
 
+    /// The blocks that go into the file, copied; null for none.
+    void SetExif(const ExifDataStorage* pExif) { m_pExif = CopyOf(pExif); }
+    void SetIptc(const IptcDataStorage* pIptc) { m_pIptc = CopyOf(pIptc); }
+    void SetAdobeResources(const AdobeResources* pResources) { m_pResources = CopyOf(pResources); }
+    /// A packet in UTF-8; an empty one is not written.
+    void SetXmpData(std::string packet) { m_xmp = std::move(packet); }
+
     /// Begins a file for the lines of a producer; fails with `UnsupportedPixelFormatException` ("enPixelFormat").
     void Initialize(std::shared_ptr<const FilterData> pSourceImageMetaData) override;
     /// The last line ends the file.
@@ -41,10 +51,21 @@ private:
                std::uint16_t verticalDensity);
     void WriteSegments(double horizontalResolution, double verticalResolution,
                        const std::vector<std::uint8_t>& profile);
+    std::vector<std::uint8_t> SerializeExif(double horizontalResolution, double verticalResolution) const;
+    std::vector<std::uint8_t> SerializeResources() const;
     void EncodeLines();
+
+    template <class T>
+    static std::unique_ptr<T> CopyOf(const T* pBlock) {
+        return pBlock == nullptr ? nullptr : std::make_unique<T>(*pBlock);
+    }
 
     JpegSettings m_settings;
     bool m_bInvertInks = true;
+    std::unique_ptr<ExifDataStorage> m_pExif;
+    std::unique_ptr<IptcDataStorage> m_pIptc;
+    std::unique_ptr<AdobeResources> m_pResources;
+    std::string m_xmp;
     std::unique_ptr<JpegCompressor> m_pCompressor; ///< as long as lines are due
     std::vector<std::uint8_t> m_line;              ///< for inks
 };

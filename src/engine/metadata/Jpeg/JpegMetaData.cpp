@@ -1,6 +1,24 @@
 #include "metadata/Jpeg/JpegMetaData.h"
 
+#include "metadata/Jpeg/JpegThumbnailCodec.h"
+
 namespace ImagingFramework {
+
+namespace {
+
+/// Gives an object to whoever asked; false when there is none.
+template <class T>
+bool HandOver(std::unique_ptr<T> value, ItemTag& tag) {
+    if (!value) {
+        return false;
+    }
+    tag = value.release();
+    return true;
+}
+
+} // namespace
+
+JpegMetaData::JpegMetaData() { JpegThumbnailCodec::RegisterOnce(); }
 
 JpegMetaData::~JpegMetaData() {
     try {
@@ -36,12 +54,18 @@ bool JpegMetaData::GetItem(ItemTag& tag) {
     case MetaDataId::FrameCount:
         tag = JpegFrameDecoder::GetFrameCount();
         return true;
-    case MetaDataId::ColorProfile:
-        if (GetColorProfileRef().empty()) {
-            return false;
-        }
-        tag = new ColorProfileData(GetColorProfileRef());
-        return true;
+    case MetaDataId::ColorProfile: {
+        std::vector<std::uint8_t> profile = GetColorProfile();
+        return !profile.empty() && HandOver(std::make_unique<ColorProfileData>(std::move(profile)), tag);
+    }
+    case MetaDataId::Exif:
+        return HandOver(GetExifData(), tag);
+    case MetaDataId::Iptc:
+        return HandOver(GetIptcData(), tag);
+    case MetaDataId::Xmp:
+        return !GetXMPData().empty() && HandOver(std::make_unique<std::string>(GetXMPData()), tag);
+    case MetaDataId::AdobeResources:
+        return HandOver(GetAdobeResources(), tag);
     case MetaDataId::JpegRestartOption:
         tag = static_cast<std::int32_t>(GetRestartInterval());
         return true;
@@ -70,6 +94,18 @@ bool JpegMetaData::SetItem(ItemTag& tag) {
         return true;
     case MetaDataId::ChromaSubsamplingEnabled:
         SetChromaSubsampling(static_cast<std::int32_t>(tag) != 0);
+        return true;
+    case MetaDataId::Exif:
+        SetExif(static_cast<ExifDataStorage*>(tag));
+        return true;
+    case MetaDataId::Iptc:
+        SetIptc(static_cast<IptcDataStorage*>(tag));
+        return true;
+    case MetaDataId::Xmp:
+        SetXmpData(static_cast<std::string&>(tag));
+        return true;
+    case MetaDataId::AdobeResources:
+        SetAdobeResources(static_cast<AdobeResources*>(tag));
         return true;
     default:
         return MetaData::SetItem(tag);

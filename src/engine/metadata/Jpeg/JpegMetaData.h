@@ -7,11 +7,12 @@
 namespace ImagingFramework {
 
 /// A JPEG file. Items beyond those of every format, read: `FrameBitmap`, `FrameThumbnail`, `FrameCount`, `ColorProfile`,
-/// `JpegRestartOption`, `ChromaSubsamplingEnabled`; written: `FrameBitmap`, `JpegRestartOption`,
-/// `Progressive`, `Quality`, `ChromaSubsamplingEnabled`.
+/// `JpegRestartOption`, `ChromaSubsamplingEnabled`, `Exif`, `Iptc`, `Xmp`, `AdobeResources`; written: `FrameBitmap`,
+/// `JpegRestartOption`, `Progressive`, `Quality`, `ChromaSubsamplingEnabled`, `Exif`, `Iptc`, `Xmp`, `AdobeResources`. The
+/// blocks that are written are copied; a null pointer takes one back.
 class JpegMetaData final : public MetaData, private JpegFrameDecoder, private JpegFrameEncoder {
 public:
-    JpegMetaData() = default;
+    JpegMetaData();
     /// Failures of a file that was not closed are lost: `Close` reports them.
     ~JpegMetaData() override;
 

@@ -35,7 +35,7 @@ void JpegSegmentWriter::WriteExif(std::span<const std::uint8_t> block) {
         throw ExifTooBigException();
     }
     if (!block.empty()) {
-        m_compressor.WriteMarker(JpegApp1, BytesOf(JpegSegmentIdentifier::Exif), block);
+        m_compressor.WriteMarker(JpegApp1, {}, block);
     }
 }
 

@@ -13,8 +13,8 @@ class JpegSegmentWriter {
 public:
     explicit JpegSegmentWriter(JpegCompressor& compressor) : m_compressor(compressor) {}
 
-    /// A serialized block; nothing is written for an empty one. Fails with `JpegMarkerException` above 65,535 bytes, and
-    /// where block and identifier do not fit into a segment.
+    /// A serialized block with its identifier; nothing is written for an empty one. Fails with `JpegMarkerException` when
+    /// it does not fit into a segment.
     void WriteExif(std::span<const std::uint8_t> block);
     /// Serialized resources, in as many segments as they need.
     void WriteAdobeResources(std::span<const std::uint8_t> block);

@@ -1,6 +1,6 @@
 #include "metadata/Jpeg/JpegSegments.h"
 
-#include "metadata/Jpeg/XmpPacketScanner.h"
+#include "metadata/Xmp/XmpPacketScanner.h"
 
 #include <algorithm>
 #include <array>
@@ -64,7 +64,7 @@ std::string ReadXmp(const jpeg_decompress_struct& info) {
     std::string packet;
     ForEachSegment(info, [&](int marker, Bytes data) {
         if (marker == JpegApp1 || marker == JpegApp14) {
-            packet = FindXmpPacket(data);
+            packet = XmpPacketScanner::FindPacket(data).value_or(std::string());
         }
         return !packet.empty();
     });
