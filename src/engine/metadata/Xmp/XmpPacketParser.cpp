@@ -2,6 +2,7 @@
 
 #include "Common/Utf8.h"
 #include "ErrorHandling/Exceptions.h"
+#include "metadata/Xmp/RdfVocabulary.h"
 #include "metadata/Xmp/XMPData.h"
 #include "metadata/Xmp/XMPNamespace.h"
 #include "metadata/Xmp/XmpText.h"
@@ -9,26 +10,15 @@
 #include <algorithm>
 #include <expat.h>
 #include <fmt/format.h>
-#include <optional>
 
 namespace ImagingFramework {
 
 namespace {
 
-constexpr char Separator = '\n'; // no URI has one, and the XML parser sees to it
+constexpr char Separator = '\n';             // no URI has one, and the XML parser sees to it
 constexpr std::size_t MaxElements = 1000000; // with attributes
 constexpr std::size_t PieceSize = std::size_t{1} << 26;
 constexpr std::string_view WhiteSpace = " \t\r\n";
-
-/// URIs of earlier times, and what they became.
-constexpr std::pair<std::string_view, std::string_view> OldUris[] = {
-    {"http://purl.org/dc/1.1/", "http://purl.org/dc/elements/1.1/"},
-};
-
-std::string_view CurrentUri(std::string_view uri) {
-    const auto* const found = std::ranges::find(OldUris, uri, [](const auto& pair) { return pair.first; });
-    return found != std::end(OldUris) ? found->second : uri;
-}
 
 bool IsWhiteSpace(std::string_view text) {
     return text.find_first_not_of(WhiteSpace) == text.npos;
@@ -44,37 +34,11 @@ std::string_view Trimmed(std::string_view packet) {
     return packet.substr(first, packet.find_last_not_of(padding) - first + 1);
 }
 
-std::optional<XMPNodeType> ContainerType(std::string_view name) {
-    if (name == "Bag") {
-        return XMPNodeType::UnorderedArray;
-    }
-    if (name == "Seq") {
-        return XMPNodeType::OrderedArray;
-    }
-    return name == "Alt" ? std::optional(XMPNodeType::AlternativeArray) : std::nullopt;
-}
-
 bool IsXmlNamespace(const XMPNamespace* ns) {
     return ns == &XMPNamespace::Xml();
 }
 bool IsRdfNamespace(const XMPNamespace* ns) {
     return ns == &XMPNamespace::Rdf();
-}
-
-/// Whether a name in the namespace of RDF is that of a property.
-bool IsRdfProperty(std::string_view name) {
-    return name == "value" || name == "type";
-}
-
-/// Whether a name in the namespace of RDF is that of an item in a container.
-bool IsItemName(std::string_view name) {
-    constexpr std::string_view digits = "0123456789";
-    return name == "li" || (name.size() > 1 && name[0] == '_' && name.find_first_not_of(digits, 1) == name.npos);
-}
-
-/// Attributes of RDF that old packets write without its namespace.
-bool IsOldAttribute(std::string_view name) {
-    return name == "about" || name == "ID" || name == "resource" || name == "parseType";
 }
 
 std::shared_ptr<XMPNode> MakeNode(XMPNodeType type, const XMPNamespace* ns, std::string_view name,
