@@ -15,4 +15,12 @@ void BlendByteRows(const std::uint8_t* top, const std::uint8_t* bottom, std::uin
 void BlendByteColumns(const std::uint8_t* source, std::size_t rowBytes, std::uint8_t* row, const BilinearColumns& columns,
                       int samples);
 
+/// `BlendColumnsWithAlpha` and `BlendRowsWithAlpha` of pixels of 4 8-bit samples in vectors; equal results.
+void BlendAlphaByteColumns(const std::uint8_t* source, std::uint8_t* row, const BilinearColumns& columns);
+void BlendAlphaByteRows(const std::uint8_t* top, const std::uint8_t* bottom, std::uint8_t* row, std::size_t pixels,
+                        std::uint32_t weight);
+
+/// The groups that `BlendByteColumns` uses for rows of `rowBytes` bytes of one sample per pixel.
+ByteGroups CreateByteGroups(const BilinearColumns& columns, std::size_t rowBytes);
+
 } // namespace ImagingFramework

@@ -23,9 +23,6 @@ constexpr std::int64_t WordLimit(PairSamples samples) {
     }
 }
 
-/// Fraction bits of the highest digit of sinc weights, which are below 2.
-constexpr int HighBits = 14;
-
 /// Bits of each lower digit: as many as `taps` products with digits of that size leave room for in 31 bits.
 int LowerBits(std::size_t taps, PairSamples samples) {
     const auto room = (std::uint64_t{1} << 32) / (static_cast<std::uint64_t>(WordLimit(samples)) * taps);
@@ -65,17 +62,19 @@ void PairAxis::CutWeights(const TapAxis<Weight>& axis, PairSamples samples, std:
                 IsUsable = IsUsable && std::abs(digits[d]) <= std::numeric_limits<std::int16_t>::max();
             }
         }
+        // The third digit is added to the second one.
+        const std::int64_t carry = Digits == 3 ? (std::int64_t{1} << 31) >> DigitBits : 0;
         for (std::size_t d = 0; d < Digits; ++d) {
-            IsUsable = IsUsable && magnitudes[d] * WordLimit(samples) <= std::numeric_limits<std::int32_t>::max();
+            IsUsable = IsUsable && magnitudes[d] * WordLimit(samples) + carry <= std::numeric_limits<std::int32_t>::max();
         }
     }
 }
 
 PairAxis::PairAxis(const TapAxis<double>& axis, PairSamples samples, std::uint32_t step)
     : Digits(samples == PairSamples::Words ? 3 : 2) {
-    const int lowerBits = LowerBits(axis.MaximumTaps, samples);
+    DigitBits = LowerBits(axis.MaximumTaps, samples);
     for (std::uint32_t d = 0; d < Digits; ++d) {
-        Scale[d] = std::ldexp(1.0, -HighBits - lowerBits * static_cast<int>(d));
+        Scale[d] = std::ldexp(1.0, -FractionBits - DigitBits * static_cast<int>(d));
     }
     std::vector<double> rests(axis.Positions());
     std::vector<double> magnitudes(axis.Positions());
@@ -85,7 +84,8 @@ PairAxis::PairAxis(const TapAxis<double>& axis, PairSamples samples, std::uint32
         double rest = std::clamp(weight, -3.0, 3.0);
         magnitudes[position] += std::fabs(rest);
         for (std::uint32_t d = 0; d < Digits; ++d) {
-            digits[d] = std::llround(rest / Scale[d]);
+            const double units = rest / Scale[d];
+            digits[d] = static_cast<std::int64_t>(units + (units < 0.0 ? -0.5 : 0.5));
             rest -= static_cast<double>(digits[d]) * Scale[d];
         }
         rests[position] += std::fabs(rest);
@@ -94,25 +94,23 @@ PairAxis::PairAxis(const TapAxis<double>& axis, PairSamples samples, std::uint32
     const double rest = *std::max_element(rests.begin(), rests.end());
     const double magnitude = *std::max_element(magnitudes.begin(), magnitudes.end());
     const double limit = static_cast<double>(WordLimit(samples));
-    if (samples == PairSamples::Words) {
-        // Words are finished in double precision; the last term covers that.
-        SumError = rest * limit + 0x1p-20;
-    } else {
-        // Bytes are finished in single precision: the higher digit is exact there, and the last term covers the rounding of
-        // a sum below 512.
-        SumError = rest * 255.0 + 0x1p-14;
-        // |N / D - N' / D'| <= (|N - N'| + 129 |D - D'|) / D' for centred colours whose quotient is not cut anyway. N is
-        // rounded three times on its way; the division and the rest are in the 0.0001 by which the limit of quotients stays
-        // below one half.
-        QuotientError = (rest * limit + 3.0 * 0x1p-24 * magnitude * limit + 129.0 * SumError) * 1.01;
-    }
-    IsUsable = IsUsable && SumError < 0.05 && magnitude < 2.0;
+    // Shifts cut less than one unit of each digit but the last.
+    const double units = rest * limit * (1 << FractionBits) + std::ldexp(1.0, -DigitBits) + 0x1p-10;
+    SumMargin = static_cast<std::int32_t>(std::ceil(std::min(units, 4096.0)));
+    // The higher digit of a sum of alpha is exact in single precision, and the lower one is below 1; so it is for colours
+    // whose quotient is not cut anyway, but for an error in proportion. That and the division's are in the 0.0001 by which
+    // the limit of quotients stays below one half.
+    WeightError = rest * 255.0 + 0x1p-20;
+    // |N / D - N' / D'| <= (|N - N'| + 129 |D - D'|) / D' for centred colours.
+    QuotientError = (rest * limit + 0x1p-16 + 129.0 * WeightError) * 1.01;
+    IsUsable = IsUsable && SumMargin < 1024 && magnitude < 1.99;
 }
 
 PairAxis::PairAxis(const TapAxis<std::int32_t>& axis, PairSamples samples, std::uint32_t step) : Totals(axis.Totals) {
     Scale[0] = 1 << ContributorLowBits;
     Scale[1] = 1.0;
     // Totals are near 65536; what is not, and what it would take to prove it harmless, is left to the plain loops.
+    constexpr std::int32_t smallestTotal = 1 << 12;
     constexpr std::int32_t largestTotal = 1 << 18;
     std::vector<std::int64_t> magnitudes(axis.Positions());
     CutWeights(axis, samples, step, [&](std::int32_t weight, std::size_t position) {
@@ -121,7 +119,7 @@ PairAxis::PairAxis(const TapAxis<std::int32_t>& axis, PairSamples samples, std::
         return DigitArray{high, weight - high * (1 << ContributorLowBits), 0};
     });
     for (std::size_t i = 0; i < axis.Positions(); ++i) {
-        IsUsable = IsUsable && axis.Totals[i] > 0 && magnitudes[i] < largestTotal;
+        IsUsable = IsUsable && axis.Totals[i] > smallestTotal && magnitudes[i] < largestTotal;
     }
 }
 

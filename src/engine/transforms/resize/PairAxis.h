@@ -47,12 +47,19 @@ struct PairAxis {
     /// `Digits` pairs of 16-bit weights for each pair of taps, `MaximumPairs` of those for each position; positions that
     /// the axis does not have in its window weigh nothing.
     std::vector<std::int32_t> Weights;
-    /// What one unit of a digit stands for.
+    /// What one unit of a digit stands for, and, for sinc weights, by how many bits a digit is above the next one.
     double Scale[3] = {};
+    int DigitBits = 0;
+    /// Fraction bits of the highest digit of sinc weights, which are below 2.
+    static constexpr int FractionBits = 14;
     /// Contributor filters: the sum of the weights of each position.
     std::vector<std::int32_t> Totals;
-    /// Sinc: bound of the error of one sum of samples, and of colour quotients when divided by the sum of weights.
-    double SumError = 0.0;
+    /// Sinc: a sum of samples, with the lower digits shifted down, has `FractionBits` and lies below the exact one by less
+    /// than a unit; the canonical sum is less than this many units below it or more than that above.
+    std::int32_t SumMargin = 0;
+    /// Sinc with alpha: bounds of the error of the sum of weights in single precision, and of colour quotients when divided by
+    /// that sum.
+    double WeightError = 0.0;
     double QuotientError = 0.0;
     /// False where a sum might not fit its lane, or errors be too wide to be of use, or a position has no sum at all.
     bool IsUsable = true;

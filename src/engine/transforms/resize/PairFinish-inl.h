@@ -48,16 +48,41 @@ template <class D> HWY_INLINE std::uint32_t MaskBits(D d, hn::MFromD<D> mask) {
     return bits[0] | (static_cast<std::uint32_t>(bits[1]) << 8);
 }
 
-struct Rounded {
-    Int Value;
-    hn::MFromD<Floats> Doubtful;
-};
+/// The plain sums of the sinc filter, rounded; the channels from `first` up to and without `end`.
+template <class Sample> HWY_INLINE std::uint32_t FinishSincChannels(const FinishTask& task, std::size_t first, std::size_t end) {
+    constexpr int bits = PairAxis::FractionBits;
+    constexpr std::int32_t one = 1 << bits;
+    constexpr std::int32_t centre = sizeof(Sample) == 2 ? 32768 * one : 0;
+    const Ints di;
+    const Int shift = hn::Set(di, centre + one / 2);
+    const Int fraction = hn::Set(di, one - 1);
+    const Int least = hn::Set(di, task.Axis.SumMargin);
+    const Int most = hn::Set(di, one - 1 - task.Axis.SumMargin);
+    std::uint32_t doubtful = 0;
+    for (std::size_t lane = 0; lane < BlockLanes; lane += hn::Lanes(di)) {
+        Int smallest = fraction;
+        Int largest = hn::Zero(di);
+        for (std::size_t c = first; c < end; ++c) {
+            Int low = task.Digit(c, 1, lane);
+            if constexpr (sizeof(Sample) == 2) {
+                low = hn::Add(low, hn::ShiftRightSame(task.Digit(c, 2, lane), task.Axis.DigitBits));
+            }
+            const Int sum = hn::Add(hn::Add(task.Digit(c, 0, lane), shift), hn::ShiftRightSame(low, task.Axis.DigitBits));
+            StoreSamples<Sample>(hn::ShiftRight<bits>(sum), task.Output, c * BlockLanes + lane);
+            const Int rest = hn::And(sum, fraction);
+            smallest = hn::Min(smallest, rest);
+            largest = hn::Max(largest, rest);
+        }
+        doubtful |= MaskBits(di, hn::Or(hn::Lt(smallest, least), hn::Gt(largest, most))) << lane;
+    }
+    return doubtful;
+}
 
-/// The nearest integers, and where a value lies within 0.5 - `limit` of a boundary between two.
-HWY_INLINE Rounded RoundLanes(Float value, Float limit) {
-    const Int nearest = hn::NearestInt(value);
-    const Float distance = hn::Abs(hn::Sub(value, hn::ConvertTo(Floats(), nearest)));
-    return {nearest, hn::Gt(distance, limit)};
+inline std::uint32_t FinishSincBytes(const FinishTask& task) {
+    return FinishSincChannels<std::uint8_t>(task, 0, task.Samples);
+}
+inline std::uint32_t FinishSincWords(const FinishTask& task) {
+    return FinishSincChannels<std::uint16_t>(task, 0, task.Samples);
 }
 
 HWY_INLINE Float SincSum(const FinishTask& task, std::size_t channel, std::size_t lane) {
@@ -66,49 +91,35 @@ HWY_INLINE Float SincSum(const FinishTask& task, std::size_t channel, std::size_
     return hn::MulAdd(hn::ConvertTo(df, task.Digit(channel, 0, lane)), hn::Set(df, static_cast<float>(task.Axis.Scale[0])), low);
 }
 
-inline std::uint32_t FinishSincBytes(const FinishTask& task) {
-    const Float limit = hn::Set(Floats(), static_cast<float>(0.5 - task.Axis.SumError));
-    std::uint32_t doubtful = 0;
-    for (std::size_t lane = 0; lane < BlockLanes; lane += hn::Lanes(Ints())) {
-        auto mask = hn::FirstN(Floats(), 0);
-        for (std::size_t c = 0; c < task.Samples; ++c) {
-            const Rounded rounded = RoundLanes(SincSum(task, c, lane), limit);
-            StoreSamples<std::uint8_t>(rounded.Value, task.Output, c * BlockLanes + lane);
-            mask = hn::Or(mask, rounded.Doubtful);
-        }
-        doubtful |= MaskBits(Floats(), mask) << lane;
-    }
-    return doubtful;
-}
-
 inline std::uint32_t FinishSincAlphaBytes(const FinishTask& task) {
     const Floats df;
     const Float one = hn::Set(df, 1.0F);
-    const Float limit = hn::Set(df, static_cast<float>(0.5 - task.Axis.SumError));
     const Float quotientError = hn::Set(df, static_cast<float>(task.Axis.QuotientError));
-    const Float least = hn::Set(df, static_cast<float>(std::max(1.0, task.Axis.QuotientError * 3.0)));
+    const Float least = hn::Set(df, static_cast<float>(task.Axis.QuotientError * 3.0));
+    const Float leastUnsure = hn::Set(df, static_cast<float>(-task.Axis.WeightError));
+    // Adding this leaves the nearest integer in the low bits.
+    const Float rounder = hn::Set(df, 0x1.8p23F);
     const std::size_t colours = task.Samples - 1;
-    std::uint32_t doubtful = 0;
+    std::uint32_t doubtful = FinishSincChannels<std::uint8_t>(task, colours, task.Samples);
     for (std::size_t lane = 0; lane < BlockLanes; lane += hn::Lanes(Ints())) {
         const Float weight = SincSum(task, colours, lane);
-        const Rounded alpha = RoundLanes(weight, limit);
-        StoreSamples<std::uint8_t>(alpha.Value, task.Output, colours * BlockLanes + lane);
         // Faint lanes get a harmless divisor and no colour. That is right where the weight is surely negative; the others
         // are in doubt.
         const auto faint = hn::Lt(weight, least);
         const auto faintInts = hn::RebindMask(Ints(), faint);
         const Float inverse = hn::Div(one, hn::IfThenElse(faint, one, weight));
-        const Float quotientLimit = hn::NegMulAdd(quotientError, inverse, hn::Set(df, 0.4999F));
-        auto mask = hn::FirstN(df, 0);
+        const Float limit = hn::NegMulAdd(quotientError, inverse, hn::Set(df, 0.4999F));
+        Float farthest = hn::Zero(df);
         for (std::size_t c = 0; c < colours; ++c) {
-            const Float value = hn::MulAdd(SincSum(task, c, lane), inverse, hn::Set(df, 128.0F));
-            const Rounded rounded = RoundLanes(value, quotientLimit);
-            StoreSamples<std::uint8_t>(hn::IfThenZeroElse(faintInts, rounded.Value), task.Output, c * BlockLanes + lane);
-            mask = hn::Or(mask, rounded.Doubtful);
+            Float value = hn::MulAdd(SincSum(task, c, lane), inverse, hn::Set(df, 128.0F));
+            value = hn::Min(hn::Max(value, hn::Set(df, -1.0F)), hn::Set(df, 256.0F));
+            const Float shifted = hn::Add(value, rounder);
+            const Int nearest = hn::Sub(hn::BitCast(Ints(), shifted), hn::BitCast(Ints(), rounder));
+            StoreSamples<std::uint8_t>(hn::IfThenZeroElse(faintInts, nearest), task.Output, c * BlockLanes + lane);
+            farthest = hn::Max(farthest, hn::Abs(hn::Sub(value, hn::Sub(shifted, rounder))));
         }
-        const auto unsure = hn::And(faint, hn::Ge(weight, hn::Sub(limit, hn::Set(df, 0.5F))));
-        mask = hn::Or(hn::Or(alpha.Doubtful, unsure), hn::AndNot(faint, mask));
-        doubtful |= MaskBits(df, mask) << lane;
+        const auto unsure = hn::And(faint, hn::Ge(weight, leastUnsure));
+        doubtful |= MaskBits(df, hn::Or(unsure, hn::AndNot(faint, hn::Gt(farthest, limit)))) << lane;
     }
     return doubtful;
 }
@@ -148,46 +159,22 @@ HWY_INLINE Double Clamped(Double value, double lowest, double highest) {
     return hn::Min(hn::Max(value, hn::Set(dd, lowest)), hn::Set(dd, highest));
 }
 
-inline std::uint32_t FinishSincWords(const FinishTask& task) {
-    const Doubles dd;
-    const Double centre = hn::Set(dd, 32768.5);
-    const Double nearest = hn::Set(dd, 0.5 - task.Axis.SumError);
-    const Double half = hn::Set(dd, 0.5);
-    std::uint32_t doubtful = 0;
-    for (std::size_t lane = 0; lane < BlockLanes; lane += hn::Lanes(Ints())) {
-        for (std::size_t c = 0; c < task.Samples; ++c) {
-            const DoublePair sum = WholeSum(task, c, lane);
-            // What is cut lands far from every boundary.
-            const Double lower = Clamped(hn::Add(sum.Lower, centre), 0.25, 65535.75);
-            const Double upper = Clamped(hn::Add(sum.Upper, centre), 0.25, 65535.75);
-            const Int value = ToInts(lower, upper);
-            StoreSamples<std::uint16_t>(value, task.Output, c * BlockLanes + lane);
-            const DoublePair whole = ToDoubles(value);
-            const auto far = [&](Double all, Double floor) HWY_ATTR {
-                return hn::Gt(hn::Abs(hn::Sub(hn::Sub(all, floor), half)), nearest);
-            };
-            doubtful |= MaskBits(dd, far(lower, whole.Lower)) << lane;
-            doubtful |= MaskBits(dd, far(upper, whole.Upper)) << (lane + hn::Lanes(HalfInts()));
-        }
-    }
-    return doubtful;
-}
-
-/// Quotients by the total, exact: single precision comes within one of them.
+/// Quotients of sums below 2^26 by the total, truncated. The inverse of 44 fraction bits is rounded up and so errs by less
+/// than a unit, which moves no quotient to the next integer: that is 1 / total away at least, and totals are below 2^18.
 inline void FinishContributorPlain(const FinishTask& task, std::size_t channel) {
+    constexpr int bits = 44;
     const Ints di;
-    const Floats df;
-    const std::int32_t total = task.Axis.Totals[task.Position];
-    const Int totals = hn::Set(di, total);
-    const Float inverse = hn::Set(df, 1.0F / static_cast<float>(total));
+    const hn::Repartition<std::uint32_t, Ints> du;
+    const hn::Repartition<std::uint64_t, Ints> dl;
+    const auto total = static_cast<std::uint64_t>(task.Axis.Totals[task.Position]);
+    const auto inverse = hn::Set(du, static_cast<std::uint32_t>(((std::uint64_t{1} << bits) + total - 1) / total));
     for (std::size_t lane = 0; lane < BlockLanes; lane += hn::Lanes(di)) {
-        Int sum = hn::Add(hn::ShiftLeft<PairAxis::ContributorLowBits>(task.Digit(channel, 0, lane)), task.Digit(channel, 1, lane));
-        sum = hn::Max(sum, hn::Zero(di));
-        Int quotient = hn::ConvertTo(di, hn::Mul(hn::ConvertTo(df, sum), inverse));
-        const Int rest = hn::Sub(sum, hn::Mul(quotient, totals));
-        quotient = hn::Sub(quotient, hn::VecFromMask(di, hn::Not(hn::Lt(rest, totals))));
-        quotient = hn::Add(quotient, hn::VecFromMask(di, hn::Lt(rest, hn::Zero(di))));
-        StoreSamples<std::uint8_t>(quotient, task.Output, channel * BlockLanes + lane);
+        const Int high = hn::ShiftLeft<PairAxis::ContributorLowBits>(task.Digit(channel, 0, lane));
+        const auto sum = hn::BitCast(du, hn::Max(hn::Add(high, task.Digit(channel, 1, lane)), hn::Zero(di)));
+        const auto even = hn::ShiftRight<bits>(hn::MulEven(sum, inverse));
+        const auto second = hn::BitCast(du, hn::ShiftRight<32>(hn::BitCast(dl, sum)));
+        const auto odd = hn::ShiftLeft<32>(hn::ShiftRight<bits>(hn::MulEven(second, inverse)));
+        StoreSamples<std::uint8_t>(hn::BitCast(di, hn::Or(even, odd)), task.Output, channel * BlockLanes + lane);
     }
 }
 

@@ -1,5 +1,7 @@
 #include "transforms/resize/PairVector.h"
 
+#include "transforms/resize/PairSum.h"
+
 #include <algorithm>
 #include <cstring>
 
@@ -23,23 +25,6 @@ void FilterColumns(const PairColumnsTask&) {}
 
 bool HasLanes() { return true; }
 
-/// Successive pairs of taps.
-struct PairSpan {
-    const std::int16_t* Data;
-    std::size_t Pairs;
-};
-
-/// The sums of 16 lanes, [channel][digit][lane]. Strides are in words.
-struct SumTask {
-    const PairSpan* Spans;
-    std::size_t SpanCount;
-    std::size_t PairStride;
-    std::size_t ChannelStride;
-    const std::int32_t* Weights;
-    std::int32_t* Sums;
-};
-using SumFunction = void (*)(const SumTask& task);
-
 /// Adds the products of both words of each lane with both weights.
 HWY_INLINE Int AddPairProducts(Int sum, Word samples, Word weights) {
 #if HWY_ARCH_X86
@@ -52,7 +37,7 @@ HWY_INLINE Int AddPairProducts(Int sum, Word samples, Word weights) {
 #endif
 }
 
-template <int Channels, int Digits> void SumPairs(const SumTask& task) {
+template <int Channels, int Digits> void SumPairs(const PairSumTask& task) {
     const Ints di;
     for (std::size_t lane = 0; lane < BlockLanes; lane += hn::Lanes(di)) {
         Int sums[Channels * Digits];
@@ -83,7 +68,12 @@ template <int Channels, int Digits> void SumPairs(const SumTask& task) {
     }
 }
 
-SumFunction ChooseSum(int samples, std::uint32_t digits) {
+PairSumFunction ChooseSum(int samples, std::uint32_t digits) {
+#if HWY_TARGET == HWY_AVX3
+    if (const PairSumFunction sum = ChooseDotProductSum(samples, digits)) {
+        return sum;
+    }
+#endif
     switch (samples) {
     case 1:
         return digits == 2 ? &SumPairs<1, 2> : &SumPairs<1, 3>;
@@ -99,7 +89,7 @@ SumFunction ChooseSum(int samples, std::uint32_t digits) {
 }
 
 /// Lanes that have a pixel which is not transparent in their window. The others are all 0, with nothing to decide.
-std::uint32_t VisibleLanes(const SumTask& task, std::size_t alphaChannel) {
+std::uint32_t VisibleLanes(const PairSumTask& task, std::size_t alphaChannel) {
     const Ints di;
     std::uint32_t visible = 0;
     for (std::size_t lane = 0; lane < BlockLanes; lane += hn::Lanes(di)) {
@@ -124,7 +114,7 @@ public:
     std::size_t Samples() const { return static_cast<std::size_t>(m_format.Samples); }
     std::size_t SampleSize() const { return m_format.Kind == PairSamples::Words ? 2 : 1; }
 
-    HWY_INLINE std::uint32_t Filter(SumTask& task, std::size_t position, std::uint8_t* output) {
+    HWY_INLINE std::uint32_t Filter(PairSumTask& task, std::size_t position, std::uint8_t* output) {
         task.Weights = m_axis.WeightsOf(position);
         task.Sums = m_sums;
         m_sum(task);
@@ -147,9 +137,9 @@ public:
 private:
     PairFormat m_format;
     const PairAxis& m_axis;
-    SumFunction m_sum;
+    PairSumFunction m_sum;
     FinishFunction m_finish;
-    HWY_ALIGN std::int32_t m_sums[5 * 3 * BlockLanes];
+    alignas(64) std::int32_t m_sums[5 * 3 * BlockLanes];
 };
 
 template <class T> T* AlignUp(T* pointer) {
@@ -188,7 +178,7 @@ private:
         }
         const std::size_t skipped = (m_task.Axis.First[x] - m_tileFirst) / 2;
         const PairSpan span{m_tile + skipped * PairWords, m_task.Axis.Pairs[x]};
-        SumTask sum{&span, 1, PairWords, 2 * BlockLanes, nullptr, nullptr};
+        PairSumTask sum{&span, 1, PairWords, 2 * BlockLanes, nullptr, nullptr};
         std::uint8_t* const output = m_group + i * PixelBytes;
         std::uint32_t doubtful = m_filter.Filter(sum, x, output);
         for (std::size_t row = 0; HWY_UNLIKELY(doubtful != 0); ++row, doubtful >>= 1) {
@@ -304,7 +294,7 @@ void FilterColumns(const PairColumnsTask& task) {
         left -= spans[i].Pairs;
         begin = 0;
     }
-    SumTask sum{spans, spanCount, pairStride, task.BlockColumns * 2, nullptr, nullptr};
+    PairSumTask sum{spans, spanCount, pairStride, task.BlockColumns * 2, nullptr, nullptr};
     const std::size_t pixelSize = filter.Samples() * filter.SampleSize();
     HWY_ALIGN std::uint8_t output[5 * 2 * BlockLanes];
     HWY_ALIGN std::uint8_t pixels[5 * 2 * BlockLanes];
