@@ -89,25 +89,39 @@ HWY_INLINE Int BlendTranslucent(Int first, Int second, Int weight) {
     return hn::IfThenElseZero(visible, hn::Or(colours, hn::ShiftLeft<24>(alpha)));
 }
 
-/// Blends pixels with a weight for each, or one for all. Returns how many were done; the rest is the caller's.
+HWY_INLINE void BlendPixels(const std::uint8_t* first, const std::uint8_t* second, std::uint8_t* row, Int weight) {
+    const Ints di;
+    const hn::Repartition<std::uint8_t, Ints> db;
+    const Int opaque = hn::Set(di, static_cast<std::int32_t>(0xFF000000U));
+    const Int a = hn::BitCast(di, hn::LoadU(db, first));
+    const Int b = hn::BitCast(di, hn::LoadU(db, second));
+    Int blended = hn::Zero(di);
+    if (hn::AllTrue(di, hn::Eq(hn::And(hn::And(a, b), opaque), opaque))) {
+        blended = BlendOpaque(a, b, weight);
+    } else if (!hn::AllTrue(di, hn::Eq(hn::And(hn::Or(a, b), opaque), hn::Zero(di)))) {
+        blended = BlendTranslucent(a, b, weight);
+    }
+    hn::StoreU(hn::BitCast(db, blended), db, row);
+}
+
+/// Blends pixels with a weight for each, or one for all. Returns how many were done, all of them or none.
 std::size_t BlendAlphaPixels(const std::uint8_t* HWY_RESTRICT first, const std::uint8_t* HWY_RESTRICT second,
                              std::uint8_t* HWY_RESTRICT row, std::size_t pixels, const std::uint16_t* HWY_RESTRICT weights,
                              std::uint32_t weight) {
     const Ints di;
-    const hn::Repartition<std::uint8_t, Ints> db;
     const hn::Rebind<std::uint16_t, Ints> du16;
-    const Int opaque = hn::Set(di, static_cast<std::int32_t>(0xFF000000U));
-    std::size_t x = 0;
-    for (; x + hn::Lanes(di) <= pixels; x += hn::Lanes(di)) {
-        const Int a = hn::BitCast(di, hn::LoadU(db, first + 4 * x));
-        const Int b = hn::BitCast(di, hn::LoadU(db, second + 4 * x));
-        const Int w = weights != nullptr ? hn::PromoteTo(di, hn::LoadU(du16, weights + x))
-                                         : hn::Set(di, static_cast<std::int32_t>(weight));
-        const bool allOpaque = hn::AllTrue(di, hn::Eq(hn::And(hn::And(a, b), opaque), opaque));
-        const Int blended = allOpaque ? BlendOpaque(a, b, w) : BlendTranslucent(a, b, w);
-        hn::StoreU(hn::BitCast(db, blended), db, row + 4 * x);
+    const std::size_t lanes = hn::Lanes(di);
+    if (pixels < lanes) {
+        return 0;
     }
-    return x;
+    const Int all = hn::Set(di, static_cast<std::int32_t>(weight));
+    for (std::size_t x = 0; x < pixels; x += lanes) {
+        // The last vector ends with the row, and repeats some pixels.
+        const std::size_t at = std::min(x, pixels - lanes);
+        const Int w = weights != nullptr ? hn::PromoteTo(di, hn::LoadU(du16, weights + at)) : all;
+        BlendPixels(first + 4 * at, second + 4 * at, row + 4 * at, w);
+    }
+    return pixels;
 }
 
 #endif
@@ -129,23 +143,35 @@ constexpr std::size_t ChunkPixels = 64;
 
 HWY_EXPORT(BlendAlphaPixels);
 
-void BlendAlphaByteColumns(const std::uint8_t* source, std::uint8_t* row, const BilinearColumns& columns) {
+void BlendAlphaByteColumns(const std::uint8_t* source, std::size_t rowBytes, std::uint8_t* row,
+                           const BilinearColumns& columns) {
     std::uint8_t first[4 * ChunkPixels];
     std::uint8_t second[4 * ChunkPixels];
     const std::size_t width = columns.First.size();
-    std::size_t x = 0;
-    for (; x + ChunkPixels <= width; x += ChunkPixels) {
-        for (std::size_t i = 0; i < ChunkPixels; ++i) {
-            std::memcpy(first + 4 * i, source + columns.First[x + i], 4);
-            std::memcpy(second + 4 * i, source + columns.Second[x + i], 4);
+    // Up to here both neighbours follow each other in the row.
+    std::size_t inner = width;
+    while (inner > 0 && (columns.First[inner - 1] + std::size_t{8} > rowBytes ||
+                         columns.Second[inner - 1] != columns.First[inner - 1] + 4)) {
+        --inner;
+    }
+    for (std::size_t x = 0; x < width; x += ChunkPixels) {
+        const std::size_t begin = width < ChunkPixels ? 0 : std::min(x, width - ChunkPixels);
+        const std::size_t count = std::min(width, ChunkPixels);
+        std::size_t i = 0;
+        for (; i < count && begin + i < inner; ++i) {
+            std::uint8_t both[8];
+            std::memcpy(both, source + columns.First[begin + i], 8);
+            std::memcpy(first + 4 * i, both, 4);
+            std::memcpy(second + 4 * i, both + 4, 4);
         }
-        const std::size_t done = HWY_DYNAMIC_DISPATCH(BlendAlphaPixels)(first, second, row + 4 * x, ChunkPixels,
-                                                                        columns.Weight.data() + x, 0);
-        if (done != ChunkPixels) {
-            break;
+        for (; i < count; ++i) {
+            std::memcpy(first + 4 * i, source + columns.First[begin + i], 4);
+            std::memcpy(second + 4 * i, source + columns.Second[begin + i], 4);
+        }
+        if (HWY_DYNAMIC_DISPATCH(BlendAlphaPixels)(first, second, row + 4 * begin, count, columns.Weight.data() + begin, 0) == 0) {
+            return BlendColumnsWithAlpha<AlphaLayout>(source, row + 4 * begin, columns, begin);
         }
     }
-    BlendColumnsWithAlpha<AlphaLayout>(source, row + 4 * x, columns, x);
 }
 
 void BlendAlphaByteRows(const std::uint8_t* top, const std::uint8_t* bottom, std::uint8_t* row, std::size_t pixels,

@@ -57,7 +57,7 @@ public:
         } else if constexpr (sizeof(Sample) == 1) {
             BlendByteRows(top, bottom, row, m_tables.Width * Layout::Samples, weight);
         } else {
-            BlendRows<Sample>(top, bottom, row, m_tables.Width * Layout::Samples, weight);
+            BlendWordRows(top, bottom, row, m_tables.Width * Layout::Samples, weight);
         }
     }
 
@@ -77,13 +77,13 @@ private:
         CachedRow& row = m_rows[0].Index == other ? m_rows[1] : m_rows[0];
         row.Index = index;
         if constexpr (IsAlphaBytes<Layout>) {
-            BlendAlphaByteColumns(sourceRow(index), row.Samples.Get(), m_tables.Columns);
+            BlendAlphaByteColumns(sourceRow(index), m_tables.RowSamples, row.Samples.Get(), m_tables.Columns);
         } else if constexpr (Layout::Alpha) {
             BlendColumnsWithAlpha<Layout>(sourceRow(index), row.Samples.Get(), m_tables.Columns);
         } else if constexpr (sizeof(Sample) == 1) {
             BlendByteColumns(sourceRow(index), m_tables.RowSamples, row.Samples.Get(), m_tables.Columns, Layout::Samples);
         } else {
-            BlendColumns<Sample, Layout::Samples>(sourceRow(index), row.Samples.Get(), m_tables.Columns);
+            BlendWordColumns(sourceRow(index), m_tables.RowSamples, row.Samples.Get(), m_tables.Columns, Layout::Samples);
         }
         return row.Samples.Get();
     }

@@ -9,17 +9,33 @@ namespace ImagingFramework {
 
 namespace {
 
-/// Copies pixels of `Size` bytes as units.
-template <std::uint32_t Size>
-void PickPixels(const std::uint8_t* source, std::uint8_t* destination, const std::vector<std::uint32_t>& columns) {
-    for (const std::uint32_t column : columns) {
-        std::memcpy(destination, source + std::size_t{column} * Size, Size);
-        destination += Size;
+/// The size of one load that holds a pixel of `size` bytes.
+constexpr std::size_t LoadSize(std::size_t size) { return size <= 2 ? size : (size <= 4 ? 4 : (size <= 8 ? 8 : 16)); }
+
+/// Copies pixels of `Size` bytes as units. Odd sizes are copied by one load and one store that reach into the next pixel,
+/// which is then written over, as long as both stay inside their rows.
+template <std::size_t Size>
+void PickPixels(const std::uint8_t* source, std::size_t sourceSize, std::uint8_t* destination,
+                const std::vector<std::uint32_t>& columns) {
+    constexpr std::size_t whole = LoadSize(Size);
+    std::size_t x = 0;
+    if constexpr (whole != Size) {
+        const std::size_t room = columns.size() * Size;
+        std::size_t end = room < whole ? 0 : (room - whole) / Size + 1;
+        while (end > 0 && columns[end - 1] * Size + whole > sourceSize) {
+            --end;
+        }
+        for (; x < end; ++x) {
+            std::memcpy(destination + x * Size, source + columns[x] * Size, whole);
+        }
+    }
+    for (; x < columns.size(); ++x) {
+        std::memcpy(destination + x * Size, source + columns[x] * Size, Size);
     }
 }
 
 template <std::uint32_t Bits>
-void PickIndices(const std::uint8_t* source, std::uint8_t* destination, const std::vector<std::uint32_t>& columns) {
+void PickIndices(const std::uint8_t* source, std::size_t, std::uint8_t* destination, const std::vector<std::uint32_t>& columns) {
     constexpr std::uint32_t perByte = 8 / Bits;
     IndexWalker<Bits> walker;
     walker.SetPosition(destination, 0);
@@ -30,7 +46,7 @@ void PickIndices(const std::uint8_t* source, std::uint8_t* destination, const st
     }
 }
 
-using RowPicker = void (*)(const std::uint8_t*, std::uint8_t*, const std::vector<std::uint32_t>&);
+using RowPicker = void (*)(const std::uint8_t*, std::size_t, std::uint8_t*, const std::vector<std::uint32_t>&);
 
 RowPicker ChoosePicker(std::uint32_t bitsPerPixel) {
     switch (bitsPerPixel) {
@@ -80,7 +96,7 @@ void ResampleNearest(const ResizeJob& job) {
             if (sourceRow == lastSourceRow) {
                 std::memcpy(row, job.Destination.GetScanlineRef(y - 1), rowSize);
             } else {
-                pick(job.Source.GetScanlineRef(sourceRow), row, columns);
+                pick(job.Source.GetScanlineRef(sourceRow), job.Source.GetRowSize(), row, columns);
             }
             lastSourceRow = sourceRow;
             member.EndRow();

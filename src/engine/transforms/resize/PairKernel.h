@@ -87,10 +87,14 @@ private:
             return std::int32_t{block[((pair * Layout::Samples + channel) * m_blockColumns + column) * 2 + row % 2]};
         };
         const std::int32_t alpha = Layout::Alpha ? word(Layout::Colors) : 0;
+        if (Layout::Alpha && alpha == 0) {
+            std::fill_n(samples, Layout::Samples, Sample{0});
+            return;
+        }
         for (std::size_t c = 0; c < Layout::Samples; ++c) {
             std::int32_t value = word(c);
             if (Layout::Alpha && c < Layout::Colors) {
-                value = alpha != 0 ? value / alpha + 128 : 0;
+                value = value / alpha + 128;
             } else if (sizeof(Sample) == 2) {
                 value += 32768;
             }

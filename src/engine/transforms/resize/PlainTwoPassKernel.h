@@ -23,23 +23,16 @@ void FilterPixel(const TapAxis<typename Policy::Weight>& axis, std::uint32_t pos
         return;
     }
     const std::uint32_t count = axis.Windows.Count[position];
-    if constexpr (Layout::Alpha) {
-        // Large parts of many pictures are transparent; all sums are 0 there.
-        Sample any = 0;
-        for (std::uint32_t t = 0; t < count; ++t) {
-            any = static_cast<Sample>(any | pixelAt(first + t)[Layout::Colors]);
-        }
-        if (any == 0) {
-            std::fill_n(result, Layout::Samples, Sample{0});
-            return;
-        }
-    }
     const auto* const weights = axis.WeightsOf(position);
     std::array<Sum, Layout::Samples> sums{};
     for (std::uint32_t t = 0; t < count; ++t) {
         const Sample* const pixel = pixelAt(first + t);
         Sum weight = static_cast<Sum>(weights[t]);
         if constexpr (Layout::Alpha) {
+            // Nothing is added by a transparent pixel, and large parts of many pictures are.
+            if (pixel[Layout::Colors] == 0) {
+                continue;
+            }
             weight = weight * static_cast<Sum>(pixel[Layout::Colors]);
             sums[Layout::Colors] += weight;
         }

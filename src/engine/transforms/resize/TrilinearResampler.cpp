@@ -166,7 +166,7 @@ template <class Layout> void Resample(const ResizeJob& job) {
             } else if constexpr (sizeof(Sample) == 1) {
                 BlendByteRows(largeRow.data(), smallRow.data(), row, width * Layout::Samples, weight);
             } else {
-                BlendRows<Sample>(largeRow.data(), smallRow.data(), row, width * Layout::Samples, weight);
+                BlendWordRows(largeRow.data(), smallRow.data(), row, width * Layout::Samples, weight);
             }
             member.EndRow();
         }
