@@ -1,4 +1,5 @@
-// Resizing, one family after the other, beside OpenCV where it is installed and beside a naive loop. The ratios that count
+// Resizing, one family after the other, beside OpenCV and libvips where they are installed and beside a naive loop
+// (bench/pillow_resize.py times Pillow on the same sizes). The ratios that count
 // are those between lines of one run.
 
 #include "Common/EngineModule.h"
@@ -8,9 +9,13 @@
 #include <map>
 #include <random>
 #include <string>
+#include <vector>
 
 #ifdef RASTERLOOM_BENCH_OPENCV
 #include <opencv2/imgproc.hpp>
+#endif
+#ifdef RASTERLOOM_BENCH_VIPS
+#include <vips/vips.h>
 #endif
 
 namespace {
@@ -121,6 +126,35 @@ void RunOpenCv(benchmark::State& state, const Shape& shape, const Format& format
 }
 #endif
 
+#ifdef RASTERLOOM_BENCH_VIPS
+/// As a program would ask for it: colours and alpha as they stand, one thread, no cache.
+void RunVips(benchmark::State& state, const Shape& shape, const Format& format, VipsKernel kernel) {
+    const BitmapData& source = Picture(shape, format);
+    const VipsBandFormat type = PixelFormatIsExtended(format.Value) ? VIPS_FORMAT_USHORT : VIPS_FORMAT_UCHAR;
+    std::vector<std::uint8_t> packed;
+    for (std::uint32_t y = 0; y < shape.FromHeight; ++y) {
+        packed.insert(packed.end(), source.GetScanlineRef(y), source.GetScanlineRef(y) + source.GetRowSize());
+    }
+    const double scaleX = static_cast<double>(shape.ToWidth) / shape.FromWidth;
+    for (auto _ : state) {
+        VipsImage* const from =
+            vips_image_new_from_memory(packed.data(), packed.size(), static_cast<int>(shape.FromWidth),
+                                       static_cast<int>(shape.FromHeight), format.Channels, type);
+        VipsImage* resized = nullptr;
+        if (vips_resize(from, &resized, scaleX, "kernel", kernel, nullptr) != 0) {
+            state.SkipWithError("vips_resize failed");
+            break;
+        }
+        std::size_t size = 0;
+        void* const pixels = vips_image_write_to_memory(resized, &size);
+        benchmark::DoNotOptimize(pixels);
+        g_free(pixels);
+        g_object_unref(resized);
+        g_object_unref(from);
+    }
+}
+#endif
+
 struct Family {
     const char* Name;
     InterpolationMode Mode;
@@ -156,6 +190,11 @@ void RegisterAll() {
             Register(prefix + "OpenCV_LINEAR", RunOpenCv, shape, format, int{cv::INTER_LINEAR});
             Register(prefix + "OpenCV_LANCZOS4", RunOpenCv, shape, format, int{cv::INTER_LANCZOS4});
 #endif
+#ifdef RASTERLOOM_BENCH_VIPS
+            Register(prefix + "Vips_NEAREST", RunVips, shape, format, VIPS_KERNEL_NEAREST);
+            Register(prefix + "Vips_LINEAR", RunVips, shape, format, VIPS_KERNEL_LINEAR);
+            Register(prefix + "Vips_LANCZOS3", RunVips, shape, format, VIPS_KERNEL_LANCZOS3);
+#endif
             if (!PixelFormatIsExtended(format.Value)) {
                 Register(prefix + "NaiveBilinear", RunNaive, shape, format);
             }
@@ -167,6 +206,13 @@ void RegisterAll() {
 
 int main(int argc, char** argv) {
     Initialize();
+#ifdef RASTERLOOM_BENCH_VIPS
+    if (VIPS_INIT(argv[0]) != 0) {
+        return 1;
+    }
+    vips_concurrency_set(1);
+    vips_cache_set_max(0);
+#endif
     RegisterAll();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();

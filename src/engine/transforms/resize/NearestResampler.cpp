@@ -15,22 +15,24 @@ constexpr std::size_t LoadSize(std::size_t size) { return size <= 2 ? size : (si
 /// Copies pixels of `Size` bytes as units. Odd sizes are copied by one load and one store that reach into the next pixel,
 /// which is then written over, as long as both stay inside their rows.
 template <std::size_t Size>
-void PickPixels(const std::uint8_t* source, std::size_t sourceSize, std::uint8_t* destination,
+void PickPixels(const std::uint8_t* source, [[maybe_unused]] std::size_t sourceSize, std::uint8_t* destination,
                 const std::vector<std::uint32_t>& columns) {
     constexpr std::size_t whole = LoadSize(Size);
+    // Bytes may alias anything, so what the loops keep is local.
+    const std::uint32_t* const from = columns.data();
+    const std::size_t count = columns.size();
     std::size_t x = 0;
     if constexpr (whole != Size) {
-        const std::size_t room = columns.size() * Size;
-        std::size_t end = room < whole ? 0 : (room - whole) / Size + 1;
-        while (end > 0 && columns[end - 1] * Size + whole > sourceSize) {
+        std::size_t end = count * Size < whole ? 0 : (count * Size - whole) / Size + 1;
+        while (end > 0 && from[end - 1] * Size + whole > sourceSize) {
             --end;
         }
         for (; x < end; ++x) {
-            std::memcpy(destination + x * Size, source + columns[x] * Size, whole);
+            std::memcpy(destination + x * Size, source + from[x] * Size, whole);
         }
     }
-    for (; x < columns.size(); ++x) {
-        std::memcpy(destination + x * Size, source + columns[x] * Size, Size);
+    for (; x < count; ++x) {
+        std::memcpy(destination + x * Size, source + from[x] * Size, Size);
     }
 }
 

@@ -98,8 +98,8 @@ PairAxis::PairAxis(const TapAxis<double>& axis, PairSamples samples, std::uint32
     const double units = rest * limit * (1 << FractionBits) + std::ldexp(1.0, -DigitBits) + 0x1p-10;
     SumMargin = static_cast<std::int32_t>(std::ceil(std::min(units, 4096.0)));
     // The higher digit of a sum of alpha is exact in single precision, and the lower one is below 1; so it is for colours
-    // whose quotient is not cut anyway, but for an error in proportion. That and the division's are in the 0.0001 by which
-    // the limit of quotients stays below one half.
+    // whose quotient is not cut anyway, but for an error in proportion. That, and the inverse, which is good to 21 bits, are
+    // in the 0.0002 by which the limit of quotients stays below one half.
     WeightError = rest * 255.0 + 0x1p-20;
     // |N / D - N' / D'| <= (|N - N'| + 129 |D - D'|) / D' for centred colours.
     QuotientError = (rest * limit + 0x1p-16 + 129.0 * WeightError) * 1.01;

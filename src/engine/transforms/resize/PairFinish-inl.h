@@ -107,8 +107,10 @@ inline std::uint32_t FinishSincAlphaBytes(const FinishTask& task) {
         // are in doubt.
         const auto faint = hn::Lt(weight, least);
         const auto faintInts = hn::RebindMask(Ints(), faint);
-        const Float inverse = hn::Div(one, hn::IfThenElse(faint, one, weight));
-        const Float limit = hn::NegMulAdd(quotientError, inverse, hn::Set(df, 0.4999F));
+        const Float divisor = hn::IfThenElse(faint, one, weight);
+        Float inverse = hn::ApproximateReciprocal(divisor);
+        inverse = hn::Mul(inverse, hn::NegMulAdd(divisor, inverse, hn::Set(df, 2.0F)));
+        const Float limit = hn::NegMulAdd(quotientError, inverse, hn::Set(df, 0.4998F));
         Float farthest = hn::Zero(df);
         for (std::size_t c = 0; c < colours; ++c) {
             Float value = hn::MulAdd(SincSum(task, c, lane), inverse, hn::Set(df, 128.0F));

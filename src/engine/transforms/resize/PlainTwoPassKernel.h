@@ -28,16 +28,20 @@ void FilterPixel(const TapAxis<typename Policy::Weight>& axis, std::uint32_t pos
     for (std::uint32_t t = 0; t < count; ++t) {
         const Sample* const pixel = pixelAt(first + t);
         Sum weight = static_cast<Sum>(weights[t]);
+        std::array<Sum, Layout::Samples> values;
+        for (std::size_t c = 0; c < Layout::Samples; ++c) {
+            values[c] = static_cast<Sum>(pixel[c]);
+        }
         if constexpr (Layout::Alpha) {
             // Nothing is added by a transparent pixel, and large parts of many pictures are.
             if (pixel[Layout::Colors] == 0) {
                 continue;
             }
-            weight = weight * static_cast<Sum>(pixel[Layout::Colors]);
-            sums[Layout::Colors] += weight;
+            weight = weight * values[Layout::Colors];
+            values[Layout::Colors] = 1; // the sum of alpha is that of the weights
         }
-        for (int c = 0; c < Layout::Colors; ++c) {
-            sums[static_cast<std::size_t>(c)] += weight * static_cast<Sum>(pixel[c]);
+        for (std::size_t c = 0; c < Layout::Samples; ++c) {
+            sums[c] += weight * values[c];
         }
     }
     const Sum total = static_cast<Sum>(axis.Totals[position]);
