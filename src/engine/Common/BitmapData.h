@@ -69,17 +69,22 @@ public:
     const std::filesystem::path* GetProfileNameRef() const noexcept { return m_pProfile ? &m_pProfile->GetPath() : nullptr; }
     const std::shared_ptr<const ProfileFile>& GetProfileFile() const noexcept { return m_pProfile; }
     void SetProfileFile(std::shared_ptr<const ProfileFile> profile) noexcept { m_pProfile = std::move(profile); }
-    /// Keeps a duplicate of the file; null drops the profile. Fails with `NotInitializedException` on an empty raster.
+    /// Keeps a duplicate of the file; null drops the profile. Fails with `NotInitializedException` on an empty raster,
+    /// and as `DuplicateColorProfile`.
     void SetProfileName(const std::filesystem::path* pPath);
     /// Fails with `ArgumentNullPointerException` ("pProfileBuffer") on null.
     void SetProfile(const void* pProfileBuffer, std::size_t size);
-    /// Fails with `CmException` without a profile.
+    /// Fails with `CmException` ("Bitmap doesn't have color profile.") without a profile, and as the function
+    /// `GetProfileData`.
     std::vector<std::uint8_t> GetProfileData() const;
 
     /// A new raster of zeroed pixels with default resolutions and no profile. A width or height of 0 gives an empty one of
     /// the format. Fails with `ArgumentException` ("format") for format 0 and with `OverflowException` when a scanline or
     /// the whole does not fit in 32 bits.
     void Create(std::uint32_t width, std::uint32_t height, PixelFormat format, const ColorMap* pPalette = nullptr);
+    /// The same without zeroing, for whoever writes every pixel: they are undefined until then. Bytes and bits behind the
+    /// last pixel of a scanline are zero.
+    void CreateUncleared(std::uint32_t width, std::uint32_t height, PixelFormat format);
     void Empty() noexcept;
     bool IsAttached() const noexcept { return m_bAttached; }
     /// Shows a part of `parent`: memory, palette and profile are shared. Corners in either order; the greater ones lie
@@ -97,7 +102,9 @@ public:
     void Deserialize(AbstractReader* pReader);
 
 private:
-    void AllocatePixels();
+    void Describe(std::uint32_t width, std::uint32_t height, PixelFormat format);
+    void AllocatePixels(bool zeroed);
+    void ClearRowEnds();
 
     PixelFormat m_format = PixelFormat::FormatUnknown;
     std::uint32_t m_uintWidth = 0;

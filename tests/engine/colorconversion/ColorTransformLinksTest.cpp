@@ -190,6 +190,7 @@ public:
             destination[i] = static_cast<std::uint8_t>(~source[i]);
         }
     }
+    bool IsFormatSupported(PixelFormat format) const override { return PixelFormatHasAlpha(format); }
     bool IsReady() const override { return m_ready; }
 
 private:

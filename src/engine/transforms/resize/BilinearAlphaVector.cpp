@@ -28,7 +28,7 @@ using Ints = hn::ScalableTag<std::int32_t>;
 using Int = hn::VFromD<Ints>;
 
 /// Every second byte of four-byte pixels, as words.
-HWY_INLINE hn::VFromD<hn::Repartition<std::int16_t, Ints>> EvenBytes(Int pixels) {
+HWY_INLINE hn::VFromD<hn::Repartition<std::int16_t, Ints>> EvenSamples(Int pixels) {
     return hn::BitCast(hn::Repartition<std::int16_t, Ints>(), hn::And(pixels, hn::Set(Ints(), 0x00FF00FF)));
 }
 
@@ -43,9 +43,9 @@ HWY_INLINE Int BlendOpaque(Int first, Int second, Int weight) {
     const hn::Repartition<std::int16_t, Ints> dw;
     const auto weights = hn::BitCast(dw, hn::Or(weight, hn::ShiftLeft<16>(weight)));
     const auto blend = [&](Int a, Int b) HWY_ATTR {
-        const auto difference = hn::Sub(EvenBytes(b), EvenBytes(a));
+        const auto difference = hn::Sub(EvenSamples(b), EvenSamples(a));
         const auto borrowed = hn::And(difference, hn::BroadcastSignBit(weights));
-        const auto blended = hn::Add(hn::Add(EvenBytes(a), hn::MulHigh(difference, weights)), borrowed);
+        const auto blended = hn::Add(hn::Add(EvenSamples(a), hn::MulHigh(difference, weights)), borrowed);
         return hn::BitCast(Ints(), blended);
     };
     return hn::Or(blend(first, second), hn::ShiftLeft<8>(blend(hn::ShiftRight<8>(first), hn::ShiftRight<8>(second))));

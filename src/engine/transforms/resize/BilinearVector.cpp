@@ -9,6 +9,7 @@
 #define HWY_TARGET_INCLUDE "transforms/resize/BilinearVector.cpp"
 #include "hwy/foreach_target.h"
 #include "hwy/highway.h"
+#include "transforms/resize/BlendWords-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace ImagingFramework::HWY_NAMESPACE {
@@ -21,17 +22,6 @@ std::size_t BlendRowVectors(const std::uint8_t*, const std::uint8_t*, std::uint8
 std::size_t BlendColumnVectors(const std::uint8_t*, std::size_t, std::uint8_t*, const BilinearColumns&, int) { return 0; }
 
 #else
-
-using Words = hn::ScalableTag<std::int16_t>;
-using Word = hn::VFromD<Words>;
-
-/// (a * (65536 - w) + b * w) >> 16 is a + floor((b - a) * w / 65536). The signed high product takes a weight with its top
-/// bit set as w - 65536, which leaves b - a to be added.
-template <class V> HWY_INLINE V BlendWords(V a, V b, V weight) {
-    const V difference = hn::Sub(b, a);
-    const V borrowed = hn::And(difference, hn::BroadcastSignBit(weight));
-    return hn::Add(hn::Add(a, hn::MulHigh(difference, weight)), borrowed);
-}
 
 /// Returns how many samples were done; the rest is the caller's.
 std::size_t BlendRowVectors(const std::uint8_t* HWY_RESTRICT top, const std::uint8_t* HWY_RESTRICT bottom,
@@ -87,26 +77,6 @@ std::size_t BlendGrayColumns(const std::uint8_t* HWY_RESTRICT source, std::uint8
     return x;
 }
 
-/// Which bytes of a pair of neighbouring pixels in each 64-bit lane become its four words, by 128-bit blocks.
-template <int Samples> hn::VFromD<hn::ScalableTag<std::uint8_t>> PairShuffle(bool second) {
-    HWY_ALIGN std::uint8_t indices[16];
-    for (std::size_t i = 0; i < 16; ++i) {
-        const std::size_t word = i % 8 / 2;
-        const bool used = i % 2 == 0 && word < std::size_t{Samples};
-        indices[i] = static_cast<std::uint8_t>(used ? i / 8 * 8 + word + (second ? Samples : 0) : 0x80);
-    }
-    return hn::LoadDup128(hn::ScalableTag<std::uint8_t>(), indices);
-}
-
-/// Puts the low bytes of two pixels' words side by side.
-template <int Samples> hn::VFromD<hn::ScalableTag<std::uint8_t>> PackShuffle() {
-    HWY_ALIGN std::uint8_t indices[16];
-    for (std::size_t i = 0; i < 16; ++i) {
-        indices[i] = static_cast<std::uint8_t>(i < std::size_t{2 * Samples} ? i / Samples * 8 + i % Samples * 2 : 0x80);
-    }
-    return hn::LoadDup128(hn::ScalableTag<std::uint8_t>(), indices);
-}
-
 /// One colour pixel to a 64-bit lane: a single load brings both neighbours.
 template <int Samples>
 std::size_t BlendColourColumns(const std::uint8_t* HWY_RESTRICT source, std::size_t rowBytes,
@@ -121,8 +91,7 @@ std::size_t BlendColourColumns(const std::uint8_t* HWY_RESTRICT source, std::siz
     const auto seconds = PairShuffle<Samples>(true);
     const auto pack = PackShuffle<Samples>();
     HWY_ALIGN std::uint8_t packed[HWY_MAX_BYTES];
-    HWY_ALIGN static constexpr std::uint8_t spread[16] = {0, 1, 0, 1, 0, 1, 0, 1, 8, 9, 8, 9, 8, 9, 8, 9};
-    const auto spreadWeights = hn::LoadDup128(db, spread);
+    const auto spreadWeights = WeightShuffle();
     const std::size_t pixels = InnerPixels<Samples, 8>(columns, rowBytes);
     std::size_t x = 0;
     // The last store of a step reaches past its pixels, so one more step must fit.

@@ -23,7 +23,7 @@ struct PairSumTask {
 };
 using PairSumFunction = void (*)(const PairSumTask& task);
 
-/// The loop for 1 to 5 channels and 2 or 3 digits (1, 3 or 4 channels) in the dot product instructions of AVX-512. Null where
+/// The loop for 1 to 5 channels and 2 or 3 digits in the dot product instructions of AVX-512. Null where
 /// the processor does not have them.
 PairSumFunction ChooseDotProductSum(int channels, std::uint32_t digits);
 

@@ -45,13 +45,13 @@ PairSumFunction ChooseDotProductSum(int channels, std::uint32_t digits) {
     case 1:
         return digits == 2 ? &SumPairs<1, 2> : &SumPairs<1, 3>;
     case 2:
-        return &SumPairs<2, 2>;
+        return digits == 2 ? &SumPairs<2, 2> : &SumPairs<2, 3>;
     case 3:
         return digits == 2 ? &SumPairs<3, 2> : &SumPairs<3, 3>;
     case 4:
         return digits == 2 ? &SumPairs<4, 2> : &SumPairs<4, 3>;
     default:
-        return &SumPairs<5, 2>;
+        return digits == 2 ? &SumPairs<5, 2> : &SumPairs<5, 3>;
     }
 }
 

@@ -78,13 +78,13 @@ PairSumFunction ChooseSum(int samples, std::uint32_t digits) {
     case 1:
         return digits == 2 ? &SumPairs<1, 2> : &SumPairs<1, 3>;
     case 2:
-        return &SumPairs<2, 2>;
+        return digits == 2 ? &SumPairs<2, 2> : &SumPairs<2, 3>;
     case 3:
         return digits == 2 ? &SumPairs<3, 2> : &SumPairs<3, 3>;
     case 4:
         return digits == 2 ? &SumPairs<4, 2> : &SumPairs<4, 3>;
     default:
-        return &SumPairs<5, 2>;
+        return digits == 2 ? &SumPairs<5, 2> : &SumPairs<5, 3>;
     }
 }
 
@@ -252,22 +252,29 @@ private:
     std::size_t m_tileEnd = 0;
 };
 
+/// `Alpha` where the last sample may weigh the others.
+template <int Samples, bool Alpha> void FilterRowsOf(const PairRowsTask& task) {
+    if (task.Format.Kind == PairSamples::Words) {
+        RowPass<Samples, PairSamples::Words>(task).Run();
+    } else if (Alpha && task.Format.Kind == PairSamples::AlphaBytes) {
+        RowPass<Samples, Alpha ? PairSamples::AlphaBytes : PairSamples::Bytes>(task).Run();
+    } else {
+        RowPass<Samples, PairSamples::Bytes>(task).Run();
+    }
+}
+
 void FilterRows(const PairRowsTask& task) {
-    const auto run = [&]<int Samples, PairSamples Kind>() { RowPass<Samples, Kind>(task).Run(); };
-    const PairSamples kind = task.Format.Kind;
     switch (task.Format.Samples) {
     case 1:
-        return kind == PairSamples::Words ? run.template operator()<1, PairSamples::Words>() : run.template operator()<1, PairSamples::Bytes>();
+        return FilterRowsOf<1, false>(task);
     case 2:
-        return run.template operator()<2, PairSamples::AlphaBytes>();
+        return FilterRowsOf<2, true>(task);
     case 3:
-        return kind == PairSamples::Words ? run.template operator()<3, PairSamples::Words>() : run.template operator()<3, PairSamples::Bytes>();
+        return FilterRowsOf<3, false>(task);
     case 4:
-        return kind == PairSamples::Words        ? run.template operator()<4, PairSamples::Words>()
-               : kind == PairSamples::AlphaBytes ? run.template operator()<4, PairSamples::AlphaBytes>()
-                                                 : run.template operator()<4, PairSamples::Bytes>();
+        return FilterRowsOf<4, true>(task);
     default:
-        return run.template operator()<5, PairSamples::AlphaBytes>();
+        return FilterRowsOf<5, true>(task);
     }
 }
 

@@ -89,6 +89,10 @@ public:
         }
     }
 
+    void CopyRow(const std::uint8_t* from, std::uint8_t* to, std::uint32_t, std::uint32_t columns) const override {
+        std::copy_n(from, columns * ColumnBytes(), to);
+    }
+
 private:
     const Axis& m_axisX;
     const Axis& m_axisY;

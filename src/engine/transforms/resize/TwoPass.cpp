@@ -1,6 +1,5 @@
 #include "transforms/resize/TwoPass.h"
 
-#include "Common/Numeric.h"
 #include "MemoryManagement/MemPtr.h"
 
 #include <algorithm>
@@ -30,9 +29,8 @@ public:
         m_slots = most;
         const std::uint64_t fitting = RingLimit / (m_slots * m_kernel.ColumnBytes()) & ~(MinimumStrip - 1);
         const auto strip = static_cast<std::uint32_t>(std::min<std::uint64_t>(std::max(fitting, MinimumStrip), width));
-        constexpr std::uint64_t whole = ITwoPassKernel::BlockColumns;
-        m_blockBytes = CheckedProduct(m_kernel.ColumnBytes(), (strip + whole - 1) / whole * whole);
-        m_ring.AllocateSize(CheckedProduct(m_slots, m_blockBytes) + RingAlignment);
+        m_blockBytes = m_kernel.BlockBytes(strip);
+        m_ring.AllocateSize(CheckedProduct(m_slots, m_blockBytes) + ITwoPassKernel::BlockAlignment);
         m_blocks.resize(most);
         m_sources.resize(m_blockRows);
         for (std::uint32_t first = 0; first < width;) {
@@ -46,17 +44,13 @@ public:
     }
 
 private:
-    static constexpr std::size_t RingAlignment = 64;
-
     std::uint32_t FirstBlock(std::uint32_t y) const { return m_windows.First[y] / m_blockRows; }
     std::uint32_t BlockEnd(std::uint32_t y) const {
         return (m_windows.First[y] + m_windows.Count[y] - 1) / m_blockRows + 1;
     }
 
     std::uint8_t* Slot(std::uint32_t block) const {
-        const auto begin = reinterpret_cast<std::uintptr_t>(m_ring.Get());
-        const std::uintptr_t gap = (RingAlignment - begin % RingAlignment) % RingAlignment;
-        return m_ring.Get() + gap + std::size_t{block % m_slots} * m_blockBytes;
+        return ITwoPassKernel::Align(m_ring.Get()) + std::size_t{block % m_slots} * m_blockBytes;
     }
 
     bool RunStrip(std::uint32_t firstRow, std::uint32_t endRow, std::uint32_t firstColumn, std::uint32_t endColumn) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Common/Numeric.h"
 #include "transforms/resize/Resamplers.h"
 
 #include <cstdint>
@@ -33,7 +34,23 @@ public:
     virtual void FilterColumns(const std::uint8_t* const* blocks, std::uint32_t y, std::uint8_t* destination,
                                std::uint32_t columns) = 0;
 
+    /// Copies row `row` of a filtered block of `columns` columns to the same row of another.
+    virtual void CopyRow(const std::uint8_t* from, std::uint8_t* to, std::uint32_t row, std::uint32_t columns) const = 0;
+
     static constexpr std::uint32_t BlockColumns = 16;
+    /// Bytes that blocks lie on.
+    static constexpr std::size_t BlockAlignment = 64;
+
+    /// The first place for a block in memory of at least `BlockAlignment` bytes more.
+    static std::uint8_t* Align(std::uint8_t* memory) {
+        const std::size_t over = reinterpret_cast<std::uintptr_t>(memory) % BlockAlignment;
+        return memory + (over != 0 ? BlockAlignment - over : 0);
+    }
+
+    /// Bytes of a filtered block.
+    std::uint64_t BlockBytes(std::uint32_t columns) const {
+        return CheckedProduct(ColumnBytes(), (std::uint64_t{columns} + BlockColumns - 1) / BlockColumns * BlockColumns);
+    }
 };
 
 /// Runs a filter over rows, then over columns. Filtered blocks live in a ring just as high as the tallest window; where that
