@@ -1,6 +1,7 @@
-// 12 million RGB pixels to a given palette of 256 entries, exactly, without and with each dithering, on one thread. Pillow
-// and ImageMagick map the same file to the same palette where they are installed; "vs_pillow" and "vs_magick" are our
-// processor time over theirs. (Pillow searches a cache of coarse colours, which is not exact.)
+// 12 million RGB pixels to a given palette of 256 entries, exactly, without and with each dithering, and to a palette of
+// their own; on one thread. Pillow and ImageMagick do the same where they are installed; "vs_pillow" and "vs_magick" are
+// our processor time over theirs. The environment variable PYTHON names the interpreter that has Pillow. (Pillow searches a
+// cache of coarse colours, which is not exact.)
 
 #include "SyntheticPicture.h"
 #include "colorconversion/ColorSpaceManager.h"
@@ -13,8 +14,11 @@
 #include <ctime>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -22,16 +26,20 @@ using namespace ImagingFramework;
 using SyntheticPicture::Height;
 using SyntheticPicture::Width;
 
+/// Names and seconds, 0 where one is missing.
+using Peers = std::vector<std::pair<const char*, double>>;
+
 struct PeerTimes {
     double PillowPlain = 0.0;
     double PillowDithered = 0.0;
+    double PillowQuantized = 0.0;
     double MagickDithered = 0.0;
 };
 
 struct Workload {
     BitmapData Source;
     ColorMap Map;
-    PeerTimes Peers;
+    PeerTimes Times;
 };
 
 ColorMap MakeMap(const std::vector<std::uint8_t>& pixels) {
@@ -68,60 +76,39 @@ std::vector<double> NumbersOf(const std::string& command, std::size_t count) {
     return numbers;
 }
 
-constexpr const char* PillowScript = R"(
-import sys, time
-from PIL import Image
-picture, palette = (Image.open(name) for name in sys.argv[1:])
-picture.load()
-entries = Image.new("P", (1, 1))
-entries.putpalette(palette.tobytes())
-def seconds(dither):
-    best = 1e9
-    for _ in range(2):
-        start = time.process_time()
-        picture.quantize(palette=entries, dither=dither)
-        best = min(best, time.process_time() - start)
-    return best
-print(seconds(0), seconds(3))
-)";
-
 PeerTimes MeasurePeers(const std::vector<std::uint8_t>& pixels, const ColorMap& map) {
     const auto folder = std::filesystem::temp_directory_path();
-    const auto picture = folder / "rasterloom-bench-picture.ppm";
-    const auto palette = folder / "rasterloom-bench-palette.ppm";
-    const auto script = folder / "rasterloom-bench-pillow.py";
+    const auto picture = folder / "rasterloom_bench_dithering.ppm";
+    const auto palette = folder / "rasterloom_bench_dithering_palette.ppm";
     WritePpm(picture, Width, Height, pixels.data());
     WritePpm(palette, 256, 1, map.GetEntriesRef());
-    std::ofstream(script) << PillowScript;
-    const std::string files = picture.string() + " " + palette.string();
     PeerTimes times;
-    for (const char* const python : {"python3 ", "/usr/bin/python3 "}) {
-        const auto pillow = NumbersOf(python + script.string() + " " + files, 2);
-        times.PillowPlain = pillow[0];
-        times.PillowDithered = pillow[1];
-        if (times.PillowPlain > 0.0) {
-            break;
-        }
-    }
+    const char* const python = std::getenv("PYTHON");
+    const auto pillow = NumbersOf(std::string(python != nullptr ? python : "python3") +
+                                      " \"" RASTERLOOM_BENCH_DIR "/pillow_dither.py\" " + picture.string() + " " +
+                                      palette.string(),
+                                  3);
+    times.PillowPlain = pillow[0];
+    times.PillowDithered = pillow[1];
+    times.PillowQuantized = pillow[2];
     // The processor time of the whole run, less that of a run that only reads.
     const auto magick = [&](const std::string& options) {
         const std::string command = "MAGICK_THREAD_LIMIT=1 convert " + picture.string() + " " + options + " null:";
-        const std::string timed = "bash -c 'TIMEFORMAT=%U; { time " + command + " 2>/dev/null; } 2>&1'";
-        return NumbersOf(timed, 1)[0];
+        return NumbersOf("bash -c 'TIMEFORMAT=%U; { time " + command + " 2>/dev/null; } 2>&1'", 1)[0];
     };
     if (std::system("convert -version >/dev/null 2>&1") == 0) {
         const double reading = magick("");
         times.MagickDithered = magick("-dither FloydSteinberg -remap " + palette.string()) - reading;
     }
-    for (const auto& file : {picture, palette, script}) {
-        std::filesystem::remove(file);
-    }
+    std::filesystem::remove(picture);
+    std::filesystem::remove(palette);
     return times;
 }
 
-void Convert(benchmark::State& state, const Workload& work, DitheringType type) {
+void Convert(benchmark::State& state, const Workload& work, ColorMapType mapType, DitheringType type,
+             const Peers& vs) {
     ColorSpaceManager manager;
-    manager.SetColorMapType(ColorMapType::Custom);
+    manager.SetColorMapType(mapType);
     manager.SetCustomColorMap(work.Map);
     manager.SetDitheringType(type);
     double best = 1e9;
@@ -133,14 +120,11 @@ void Convert(benchmark::State& state, const Workload& work, DitheringType type) 
         best = std::min(best, static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
     }
     state.counters["best_ms"] = best * 1e3;
-    const bool isPlain = type == DitheringType::None;
-    const auto compare = [&](const char* name, double peer) {
-        if (peer > 0.0 && (isPlain || type == DitheringType::FloydSteinberg)) {
+    for (const auto& [name, peer] : vs) {
+        if (peer > 0.0) {
             state.counters[name] = best / peer;
         }
-    };
-    compare("vs_pillow", isPlain ? work.Peers.PillowPlain : work.Peers.PillowDithered);
-    compare("vs_magick", isPlain ? 0.0 : work.Peers.MagickDithered);
+    }
 }
 
 Workload MakeWorkload(SyntheticPicture::Kind kind, bool withPeers) {
@@ -151,7 +135,7 @@ Workload MakeWorkload(SyntheticPicture::Kind kind, bool withPeers) {
         std::copy_n(pixels.data() + std::size_t{3} * Width * y, 3 * Width, work.Source.GetScanlineRef(y));
     }
     if (withPeers) {
-        work.Peers = MeasurePeers(pixels, work.Map);
+        work.Times = MeasurePeers(pixels, work.Map);
     }
     return work;
 }
@@ -168,17 +152,31 @@ int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
     const Workload smooth = MakeWorkload(SyntheticPicture::Kind::Smooth, true);
     const Workload noise = MakeWorkload(SyntheticPicture::Kind::Noise, false);
-    const auto add = [](const std::string& name, const Workload& work, DitheringType type) {
-        benchmark::RegisterBenchmark((name + "/" + TypeNames[static_cast<std::size_t>(type)]).c_str(),
-                                     [&work, type](benchmark::State& state) { Convert(state, work, type); })
-            ->Iterations(3)
-            ->Unit(benchmark::kMillisecond);
+    const PeerTimes& peers = smooth.Times;
+    const auto add = [](const std::string& name, auto... arguments) {
+        benchmark::RegisterBenchmark(name.c_str(), Convert, arguments...)->Iterations(3)->Unit(benchmark::kMillisecond);
+    };
+    const auto addGiven = [&](const char* picture, const Workload& work, std::uint32_t type, const Peers& vs) {
+        add(std::string(picture) + "/" + TypeNames[type], std::cref(work), ColorMapType::Custom,
+            static_cast<DitheringType>(type), vs);
     };
     for (std::uint32_t type = 0; type < std::size(TypeNames); ++type) {
-        add("Smooth", smooth, static_cast<DitheringType>(type));
+        switch (static_cast<DitheringType>(type)) {
+        case DitheringType::None:
+            addGiven("Smooth", smooth, type, {{"vs_pillow", peers.PillowPlain}});
+            break;
+        case DitheringType::FloydSteinberg:
+            addGiven("Smooth", smooth, type,
+                     {{"vs_pillow", peers.PillowDithered}, {"vs_magick", peers.MagickDithered}});
+            break;
+        default:
+            addGiven("Smooth", smooth, type, {});
+        }
     }
-    add("Noise", noise, DitheringType::None);
-    add("Noise", noise, DitheringType::FloydSteinberg);
+    addGiven("Noise", noise, 0, {});
+    addGiven("Noise", noise, 2, {});
+    add("Smooth/MedianCutAndFloydSteinberg", std::cref(smooth), ColorMapType::Adaptive, DitheringType::FloydSteinberg,
+        Peers{{"vs_pillow", peers.PillowQuantized}});
     benchmark::RunSpecifiedBenchmarks();
     return 0;
 }
