@@ -4,6 +4,7 @@
 #include <Corvane/Rasterloom/Codecs/FramesEnumerator.h>
 #include <Corvane/Rasterloom/Codecs/IFormatReader.h>
 #include <Corvane/Rasterloom/SyncHandler.h>
+#include <Corvane/Rasterloom/Transforms/InterpolationMode.h>
 
 namespace ImagingFramework {
 class BitmapData;
@@ -50,7 +51,9 @@ public:
     /// Puts a property into the frame's cell.
     void _FrameLoadProperty(Frame& frame, FrameProperty property);
     void _FrameLoadBitmap(Frame& frame);
-    void _FrameLoadThumbnail(Frame& frame, std::int32_t width, std::int32_t height);
+    /// Null stands for `Anisotropic4`.
+    void _FrameLoadThumbnail(Frame& frame, std::int32_t width, std::int32_t height,
+                             const Transforms::InterpolationMode* pInterpolationMode);
 
     struct Impl;
     Impl& get__Impl() const noexcept { return *m_pImpl; }
@@ -92,6 +95,7 @@ protected:
     Frame* get__LoadingFrame() const noexcept;
     std::int32_t get__ThumbnailWidth() const noexcept;
     std::int32_t get__ThumbnailHeight() const noexcept;
+    Transforms::InterpolationMode get__ThumbnailInterpolation() const noexcept;
 
     void Dispose(bool disposing) override;
     void ThreadProc() override;
@@ -101,7 +105,8 @@ private:
     template <class Attach>
     void OpenBy(Attach attach);
     void _Close();
-    void StartLoading(Frame& frame, ActionType action, std::int32_t width, std::int32_t height);
+    struct Loading;
+    void StartLoading(const Loading& loading);
     void EndLoading() noexcept;
 
     std::unique_ptr<Impl> m_pImpl;
