@@ -4,7 +4,7 @@
 set -euo pipefail
 picture="$(realpath "${1:-$(dirname "$0")/examples/pictures/lake.bmp}")"
 cd "$(dirname "$0")"
-cmake/install-packages.sh g++ cmake ninja-build ccache libfmt-dev libhwy-dev liblcms2-dev libcli11-dev
+cmake/install-packages.sh library tool
 cmake --preset demo >/dev/null
 cmake --build --preset demo --target rasterloom-tool
 
@@ -14,9 +14,9 @@ mkdir -p "$out"
 run() { echo; echo "\$ rasterloom $*"; "$tool" "$@"; }
 
 run info "$picture"
-run convert "$picture" "$out/half-lanczos.bmp" --resize 50% --interpolation Lanczos3Filter
-run convert "$picture" "$out/thumbnail.bmp" --resize 160x120 --interpolation Bilinear
-run convert "$picture" "$out/gray.bmp" --pixel-format Format8bppGrayScale
+run convert --force "$picture" "$out/half-lanczos.bmp" --resize 50% --interpolation Lanczos3Filter
+run convert --force "$picture" "$out/thumbnail.bmp" --resize 160x120 --interpolation Bilinear
+run convert --force "$picture" "$out/gray.bmp" --pixel-format Format8bppGrayScale
 run info "$out/half-lanczos.bmp"
 echo
 echo "The pictures are in $PWD/$out:"

@@ -3,8 +3,7 @@
 # UndefinedBehaviorSanitizer, the threading tests under ThreadSanitizer.
 set -euo pipefail
 cd "$(dirname "$0")"
-cmake/install-packages.sh g++ cmake ninja-build ccache python3 libfmt-dev libhwy-dev liblcms2-dev libcli11-dev libgtest-dev \
-    imagemagick netpbm
+cmake/install-packages.sh library tool tests
 
 for preset in asan tsan release; do
     echo "== $preset"

@@ -62,6 +62,7 @@ Bitmap::Bitmap(std::unique_ptr<engine::BitmapData> bitmap) {
     }
     m_pImpl = std::make_unique<Impl>(this, std::move(bitmap));
     m_pImpl->m_pTransformsProvider = std::make_shared<TransformsProvider>(m_pImpl->m_pLink);
+    m_pImpl->m_pBitmapStatisticsProvider = std::make_shared<BitmapStatisticsProvider>(m_pImpl->m_pLink);
     m_pImpl->m_pColorManagementProvider = std::make_shared<ColorManagementProvider>(m_pImpl->m_pLink);
     m_pImpl->m_pChannelsProvider = std::make_shared<ChannelsProvider>(m_pImpl->m_pLink);
     Update();
@@ -104,6 +105,7 @@ void Bitmap::Dispose(bool disposing) {
     _UnlockBits();
     m_pImpl->m_pLink->Clear();
     m_pImpl->m_pTransformsProvider->Dispose();
+    m_pImpl->m_pBitmapStatisticsProvider->Dispose();
     m_pImpl->m_pColorManagementProvider->Dispose();
     m_pImpl->m_pChannelsProvider->Dispose();
     // A palette that the host keeps goes on with its entries; the raster dies here.
@@ -241,6 +243,7 @@ void Bitmap::_Create(std::int32_t width, std::int32_t height, PixelFormat format
 void Bitmap::_Create(float width, float height, PixelFormat format, const ColorPalette* palette, bool paletteGiven,
                      const Color* background) {
     CheckNotDisposed();
+    CheckBitsNotLocked();
     if (!(width > 0.0F)) {
         throw Host::ArgumentOutOfRangeException("width", "Width of bitmap should be above zero.");
     }
@@ -280,7 +283,7 @@ void Bitmap::_Load(const PixelArray& array, PixelFormat format, const ColorPalet
     // Filled apart, so that samples which do not fit leave the present raster as it is.
     Bitmap filled;
     filled._Create(array.GetLength(0), array.GetLength(1), format, palette, paletteGiven, nullptr);
-    filled._Import(array);
+    PixelAccess(filled.get__InternalBitmapData()).Import(array, *this);
     _Attach(filled._Detach());
 }
 
@@ -467,6 +470,8 @@ void Bitmap::set_Palette(const ColorPalette& palette) {
 }
 
 std::shared_ptr<TransformsProvider> Bitmap::get_Transforms() { return m_pImpl->m_pTransformsProvider; }
+
+std::shared_ptr<BitmapStatisticsProvider> Bitmap::get_Statistics() { return m_pImpl->m_pBitmapStatisticsProvider; }
 
 float Bitmap::GetHorizontalResolution() {
     return static_cast<float>(m_pImpl->m_pInternalBitmapData->GetHorizontalResolution());

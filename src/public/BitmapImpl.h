@@ -5,6 +5,7 @@
 
 #include <Corvane/Rasterloom/Bitmap.h>
 #include <Corvane/Rasterloom/BitmapData.h>
+#include <Corvane/Rasterloom/BitmapStatisticsProvider.h>
 #include <Corvane/Rasterloom/ChannelsProvider.h>
 #include <Corvane/Rasterloom/ColorManagementProvider.h>
 #include <Corvane/Rasterloom/ColorPalette.h>
@@ -33,6 +34,7 @@ struct Bitmap::Impl {
     /// Made on demand from the raster's profile.
     std::shared_ptr<ColorProfile> m_pColorProfile;
     std::shared_ptr<TransformsProvider> m_pTransformsProvider;
+    std::shared_ptr<BitmapStatisticsProvider> m_pBitmapStatisticsProvider;
     std::shared_ptr<ColorManagementProvider> m_pColorManagementProvider;
     std::shared_ptr<ChannelsProvider> m_pChannelsProvider;
 

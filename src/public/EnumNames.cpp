@@ -55,6 +55,13 @@ constexpr auto ColorPaletteTypeNames = [] {
     });
 }();
 
+constexpr auto ColorQuantizationAlgorithmNames = [] {
+    using E = ColorQuantizationAlgorithm;
+    return std::to_array<EnumName<E>>({
+        RASTERLOOM_NAME(Octree) RASTERLOOM_NAME(MedianCut)
+    });
+}();
+
 constexpr auto DitheringTypeNames = [] {
     using E = DitheringType;
     return std::to_array<EnumName<E>>({
@@ -78,13 +85,6 @@ constexpr auto ColorTransformationIntentNames = [] {
     return std::to_array<EnumName<E>>({
         RASTERLOOM_NAME(Saturation) RASTERLOOM_NAME(RelativeColorimetric) RASTERLOOM_NAME(Perceptual)
         RASTERLOOM_NAME(AbsoluteColorimetric) RASTERLOOM_NAME(RelativeColorimetricBpc)
-    });
-}();
-
-constexpr auto ColorQuantizationAlgorithmNames = [] {
-    using E = ColorQuantizationAlgorithm;
-    return std::to_array<EnumName<E>>({
-        RASTERLOOM_NAME(Octree) RASTERLOOM_NAME(MedianCut)
     });
 }();
 
@@ -190,6 +190,15 @@ constexpr auto LoadingModeNames = [] {
     });
 }();
 
+constexpr auto XmpNodeTypeNames = [] {
+    using E = Codecs::XmpNodeType;
+    return std::to_array<EnumName<E>>({
+        RASTERLOOM_NAME(SimpleProperty) RASTERLOOM_NAME(UnorderedArray) RASTERLOOM_NAME(OrderedArray)
+        RASTERLOOM_NAME(AlternativeArray) RASTERLOOM_NAME(LocalizedText) RASTERLOOM_NAME(Structure)
+        RASTERLOOM_NAME(Qualifier) RASTERLOOM_NAME(LocalizedTextItem)
+    });
+}();
+
 #undef RASTERLOOM_NAME
 // clang-format on
 
@@ -216,6 +225,10 @@ std::span<const EnumName<ColorPaletteType>> EnumNames<ColorPaletteType>() {
     return ColorPaletteTypeNames;
 }
 template <>
+std::span<const EnumName<ColorQuantizationAlgorithm>> EnumNames<ColorQuantizationAlgorithm>() {
+    return ColorQuantizationAlgorithmNames;
+}
+template <>
 std::span<const EnumName<DitheringType>> EnumNames<DitheringType>() {
     return DitheringTypeNames;
 }
@@ -226,10 +239,6 @@ std::span<const EnumName<ColorManagementEngine>> EnumNames<ColorManagementEngine
 template <>
 std::span<const EnumName<ColorTransformationIntent>> EnumNames<ColorTransformationIntent>() {
     return ColorTransformationIntentNames;
-}
-template <>
-std::span<const EnumName<ColorQuantizationAlgorithm>> EnumNames<ColorQuantizationAlgorithm>() {
-    return ColorQuantizationAlgorithmNames;
 }
 template <>
 std::span<const EnumName<ColorProfileClass>> EnumNames<ColorProfileClass>() {
@@ -274,6 +283,10 @@ std::span<const EnumName<Codecs::DisposalMethod>> EnumNames<Codecs::DisposalMeth
 template <>
 std::span<const EnumName<Codecs::LoadingMode>> EnumNames<Codecs::LoadingMode>() {
     return LoadingModeNames;
+}
+template <>
+std::span<const EnumName<Codecs::XmpNodeType>> EnumNames<Codecs::XmpNodeType>() {
+    return XmpNodeTypeNames;
 }
 
 } // namespace Corvane::Rasterloom

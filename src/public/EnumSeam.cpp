@@ -7,10 +7,12 @@
 #include "colorconversion/Dithering.h"
 #include "metadata/FileFormat.h"
 #include "metadata/MetaDataTypes.h"
+#include "metadata/Xmp/XMPNodeType.h"
 
 #include <Corvane/Rasterloom/Codecs/CompressionType.h>
 #include <Corvane/Rasterloom/Codecs/DisposalMethod.h>
 #include <Corvane/Rasterloom/Codecs/FormatManager.h>
+#include <Corvane/Rasterloom/Codecs/XmpNodeType.h>
 #include <Corvane/Rasterloom/ColorManagementEngine.h>
 #include <Corvane/Rasterloom/ColorPaletteType.h>
 #include <Corvane/Rasterloom/ColorQuantizationAlgorithm.h>
@@ -185,6 +187,15 @@ RASTERLOOM_SAME_VALUE(Unit, LinearUnit, Pica);
 RASTERLOOM_SAME_VALUE(Unit, LinearUnit, Column);
 RASTERLOOM_SAME_VALUE(Unit, LinearUnit, Twip);
 RASTERLOOM_SAME_VALUE(Unit, LinearUnit, Document);
+
+RASTERLOOM_SAME_VALUE(Codecs::XmpNodeType, XMPNodeType, SimpleProperty);
+RASTERLOOM_SAME_VALUE(Codecs::XmpNodeType, XMPNodeType, UnorderedArray);
+RASTERLOOM_SAME_VALUE(Codecs::XmpNodeType, XMPNodeType, OrderedArray);
+RASTERLOOM_SAME_VALUE(Codecs::XmpNodeType, XMPNodeType, AlternativeArray);
+RASTERLOOM_SAME_VALUE(Codecs::XmpNodeType, XMPNodeType, LocalizedText);
+RASTERLOOM_SAME_VALUE(Codecs::XmpNodeType, XMPNodeType, Structure);
+RASTERLOOM_SAME_VALUE(Codecs::XmpNodeType, XMPNodeType, Qualifier);
+RASTERLOOM_SAME_VALUE(Codecs::XmpNodeType, XMPNodeType, LocalizedTextItem);
 
 #undef RASTERLOOM_SAME_VALUE
 

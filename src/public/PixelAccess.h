@@ -8,9 +8,10 @@
 
 #include <array>
 #include <cstdint>
-#include <functional>
 
 namespace Corvane::Rasterloom {
+
+class Bitmap;
 
 /// A colour of `space` from its 16-bit channels in memory order.
 Color MakeColor(ColorSpace space, const std::array<std::int32_t, 5>& channels);
@@ -29,9 +30,9 @@ public:
     Color GetPixel(std::int32_t x, std::int32_t y);
     void SetPixel(std::int32_t x, std::int32_t y, const Color& color);
     void Clear(const Color& color);
-    /// `onRow` runs after each row.
-    PixelArray Export(const std::function<void()>& onRow);
-    void Import(const PixelArray& array, const std::function<void()>& onRow);
+    /// The bitmap counts the rows: its progress, its abort flag and its time limit work between them.
+    PixelArray Export(Bitmap& bitmap);
+    void Import(const PixelArray& array, Bitmap& bitmap);
 
 private:
     void CheckPosition(std::int32_t x, std::int32_t y) const;
@@ -43,7 +44,7 @@ private:
     Walker WalkerAt(std::int32_t x, std::int32_t y) const;
     void WriteColor(Walker& walker, const Color& color) const;
     void WriteIndex(std::uint8_t* pRow, std::uint32_t x, std::uint32_t index) const;
-    template <class Visit> void VisitSamples(Visit visit, const std::function<void()>& onRow) const;
+    template <class Visit> void VisitSamples(Visit visit, Bitmap& bitmap) const;
 
     ImagingFramework::BitmapData& m_raster;
 };

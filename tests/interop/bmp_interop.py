@@ -91,15 +91,15 @@ def main():
         source, result = pathlib.Path(folder, "in.bmp"), pathlib.Path(folder, "out.bmp")
         for name, data in variants():
             source.write_bytes(data)
-            run(TOOL, "convert", str(source), str(result), "--pixel-format", "Format24bppRgb")
+            run(TOOL, "convert", "--force", str(source), str(result), "--pixel-format", "Format24bppRgb")
             same = decode(source) == decode(result)
-            run(TOOL, "convert", str(source), str(result))  # in its own format
+            run(TOOL, "convert", "--force", str(source), str(result))  # in its own format
             same = same and decode(source) == decode(result)
             failures += not same
             print("ok  " if same else "FAIL", name)
         gray = header(24, b"".join(bytes([v, v, v] * WIDTH) + bytes(-3 * WIDTH % 4) for v in range(HEIGHT)))
         source.write_bytes(gray)
-        run(TOOL, "convert", str(source), str(result), "--pixel-format", "Format8bppGrayScale")
+        run(TOOL, "convert", "--force", str(source), str(result), "--pixel-format", "Format8bppGrayScale")
         same = decode(source) == decode(result)
         failures += not same
         print("ok  " if same else "FAIL", "written gray")

@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
 """The command-line program as a user meets it. Usage: tool_test.py RASTERLOOM PICTURE.bmp"""
+import json
 import os
 import pathlib
 import signal
@@ -12,8 +13,8 @@ import unittest
 TOOL, PICTURE = sys.argv[1], sys.argv[2]
 
 
-def tool(*arguments):
-    return subprocess.run([TOOL, *map(str, arguments)], capture_output=True, text=True, check=False)
+def tool(*arguments, **options):
+    return subprocess.run([TOOL, *map(str, arguments)], capture_output=True, text=True, check=False, **options)
 
 
 class ToolTest(unittest.TestCase):
@@ -34,10 +35,44 @@ class ToolTest(unittest.TestCase):
     def test_sizes_and_formats(self):
         out = self.path / "out.bmp"
         for size, width, height in (("360x", 360, 240), ("x100", 150, 100), ("50%", 360, 240), ("9x9", 9, 9)):
-            self.assertEqual(tool("convert", PICTURE, out, "--resize", size, "--interpolation", "bilinear").returncode, 0)
+            self.assertEqual(tool("convert", PICTURE, out, "-f", "--resize", size, "--interpolation",
+                                  "bilinear").returncode, 0)
             self.assertEqual(struct.unpack_from("<ii", out.read_bytes(), 18), (width, height), size)
-        self.assertEqual(tool("convert", PICTURE, out, "--pixel-format", "Format4bppIndexed").returncode, 0)
+        self.assertEqual(tool("convert", "-f", PICTURE, out, "--pixel-format", "Format4bppIndexed").returncode, 0)
         self.assertEqual(struct.unpack_from("<H", out.read_bytes(), 28), (4,))
+
+    def test_operations_run_in_the_order_given(self):
+        out = self.path / "out.bmp"
+        result = tool("convert", PICTURE, out, "--resize", "100x", "--pixel-format", "Format8bppGrayScale", "--resize", "50%")
+        self.assertEqual([line.split()[0] for line in result.stdout.splitlines()],
+                         ["load", "resize", "convert", "resize", "save"])
+        self.assertEqual(struct.unpack_from("<ii", out.read_bytes(), 18), (50, 33))
+
+    def test_several_files_at_a_time(self):
+        names = ["a", "b", "c"]
+        for name in names:
+            (self.path / f"{name}.bmp").write_bytes(pathlib.Path(PICTURE).read_bytes())
+        (self.path / "b.bmp").write_bytes(b"BM broken")
+        inputs = [self.path / f"{name}.bmp" for name in names]
+        result = tool("convert", *inputs, self.path / "{}-small.bmp", "--jobs", 2, "--resize", "60x")
+        self.assertEqual(result.returncode, 1)
+        self.assertEqual(result.stderr.count("\n"), 1)
+        self.assertIn("b.bmp", result.stderr)
+        self.assertEqual(sorted(path.name for path in self.path.glob("*-small.bmp")), ["a-small.bmp", "c-small.bmp"])
+        self.assertEqual(tool("convert", *inputs, self.path / "out.bmp").returncode, 2)
+        self.assertEqual(tool("convert", inputs[0], inputs[0], self.path / "{}-x.bmp").returncode, 2)
+
+    def test_pipes_and_json(self):
+        picture = pathlib.Path(PICTURE).read_bytes()
+        small = subprocess.run([TOOL, "convert", "-", "-", "--to", "bmp", "--resize", "30x20"], input=picture,
+                               capture_output=True, check=True).stdout
+        (self.path / "small.bmp").write_bytes(small)
+        self.assertEqual(len(small), 54 + 20 * 92)
+        result = tool("info", "--json", self.path / "small.bmp", self.path / "none.bmp")
+        self.assertEqual(result.returncode, 1)
+        described = json.loads(result.stdout)
+        self.assertEqual([(file["format"], file["frames"][0]["width"]) for file in described], [("BMP", 30)])
+        self.assertEqual(tool("convert", PICTURE, "-").returncode, 2)
 
     def test_failures_are_one_line_with_file_and_cause(self):
         cases = [
@@ -61,7 +96,8 @@ class ToolTest(unittest.TestCase):
         out, broken = self.path / "out.bmp", self.path / "broken.bmp"
         out.write_bytes(b"old")
         broken.write_bytes(pathlib.Path(PICTURE).read_bytes()[:5000])
-        self.assertEqual(tool("convert", broken, out).returncode, 1)
+        self.assertIn("out.bmp: the file exists", tool("convert", PICTURE, out).stderr)
+        self.assertEqual(tool("convert", broken, out, "--force").returncode, 1)
         self.assertEqual(out.read_bytes(), b"old")
         self.assertEqual(sorted(os.listdir(self.path)), ["broken.bmp", "out.bmp"])
 

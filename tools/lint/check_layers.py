@@ -9,7 +9,9 @@ ORDER = ["MemoryManagement", "ErrorHandling", "metadata/Streams", "Common", "col
 ABOVE_COLOR = {
     "transforms": ORDER + ["transforms"],
     "Drawing": ORDER + ["transforms", "Drawing"],
-    "metadata": ORDER + ["metadata"],
+    # Thumbnails are resized while they are decoded; the codecs see the creators alone.
+    "metadata/Thumbnails": ORDER + ["transforms", "metadata/Thumbnails"],
+    "metadata": ORDER + ["metadata/Thumbnails", "metadata"],
 }
 # The allocator reports failures with the engine's exceptions, and the exceptions are declared without it.
 EXCEPTIONS = {("MemoryManagement", "ErrorHandling")}
@@ -17,7 +19,7 @@ INCLUDE = re.compile(r'^\s*#\s*include\s+["<]([^">]+)[">]')
 
 
 def engine_folder(path):
-    for folder in ["metadata/Streams"] + ORDER + list(ABOVE_COLOR):
+    for folder in ["metadata/Streams", "metadata/Thumbnails"] + ORDER + list(ABOVE_COLOR):
         if path.startswith(folder + "/"):
             return folder
     return None

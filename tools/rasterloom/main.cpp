@@ -1,103 +1,115 @@
-#include "Commands.h"
-#include "Progress.h"
+#include "Batch.h"
+#include "CommandLine.h"
+#include "InfoCommand.h"
 
-#include <Corvane/Rasterloom/EnumNames.h>
-#include <Corvane/Rasterloom/Exceptions.h>
+#include <Corvane/Rasterloom/Bitmap.h>
 
-#include <CLI/CLI.hpp>
-#include <cstdio>
-#include <functional>
+#include <iostream>
 
 // Exit codes: 0 done, 1 a file failed or the work was interrupted, 2 the command line is wrong.
 
 namespace {
 
 using namespace Corvane::Rasterloom;
+using namespace Tool;
 
 constexpr int FileFailed = 1;
 constexpr int UsageFailed = 2;
 
-/// Names of an enumeration as a check of CLI11: case does not matter, and the usual list of names is the error text.
-template <class E> CLI::Option* AddEnumOption(CLI::App& command, const std::string& name, const std::string& description,
-                                              std::function<void(E)> store) {
-    return command
-        .add_option_function<std::string>(
-            name, [store](const std::string& text) { store(*Parse<E>(text)); }, description)
-        ->check([](const std::string& text) {
-            if (Parse<E>(text)) {
-                return std::string();
-            }
-            std::string names;
-            for (const auto& entry : EnumNames<E>()) {
-                names += (names.empty() ? "" : ", ") + std::string(entry.Name);
-            }
-            return "'" + text + "' is none of " + names;
-        });
-}
+/// What the command line asks for.
+struct Request {
+    std::vector<std::filesystem::path> Files;
+    bool Json = false;
+    BatchOptions Batch;
+};
 
-/// One clear line for whatever went wrong with the file at hand.
-int Report(const std::string& cause) {
-    std::fprintf(stderr, "rasterloom: %s: %s\n", Tool::CurrentFile().c_str(), cause.c_str());
-    return FileFailed;
-}
-
-int Run(const std::function<void()>& command) {
-    try {
-        command();
-        return 0;
-    } catch (const AbortedException&) {
-        return Report("interrupted");
-    } catch (const std::exception& exception) {
-        return Report(exception.what());
+std::string LoadWhole(Bitmap& bitmap, const std::filesystem::path& file, const Settings&) {
+    if (file == Standard) {
+        bitmap.Load(ReadStandardInput());
+    } else {
+        bitmap.Load(file);
     }
+    return Describe(bitmap);
+}
+
+/// The options that every command with an output has.
+void AddBatchOptions(CLI::App& command, Request& request) {
+    command.add_option("FILES", request.Files, "Pictures to load (- is standard input), and last where to save: the extension "
+                                               "tells the format, {} stands for the name of each input, - is standard output")
+        ->required()
+        ->expected(2, -1);
+    command.add_option("--jobs,-j", request.Batch.Jobs, "Files worked on at a time (default 1)")->check(CLI::Range(1, 256));
+    command.add_flag("--force,-f", request.Batch.Force, "Replace files that exist");
+    command.add_option("--to", request.Batch.StandardOutputFormat, "Format for standard output, by its extension");
+    const std::string saving = "How files are written";
+    command.add_option("--quality", request.Batch.Saving.Quality, "JPEG: 0 to 100 (default 75)")
+        ->check(CLI::Range(0, 100))
+        ->group(saving);
+    command.add_flag("--progressive", request.Batch.Saving.Progressive, "JPEG: in scans of growing detail")->group(saving);
+    command
+        .add_flag_callback("--no-chroma-subsampling", [&] { request.Batch.Saving.ChromaSubsampling = false; },
+                           "JPEG: colour at full resolution")
+        ->group(saving);
+    AddEnumOption<Transforms::InterpolationMode>(command, "--interpolation", "How to resample (default HighQuality)",
+                                                 [&](auto mode) { request.Batch.Choices.Interpolation = mode; });
+}
+
+CLI::App* AddConvert(CLI::App& app, Request& request) {
+    CLI::App* const convert = app.add_subcommand("convert", "Load pictures, change them, save them");
+    AddBatchOptions(*convert, request);
+    const auto add = [&](Operation operation) { request.Batch.Operations.push_back(std::move(operation)); };
+    const std::string group = "Operations, in the order given";
+    AddParsedOption<RequestedSize>(
+        *convert, "--resize", "New size: 800x600, 800x, x600 or 50%", RequestedSize::Parse, [] { return "no size"; },
+        [add](RequestedSize size) { add(MakeResize(size)); })
+        ->group(group);
+    AddEnumOption<PixelFormat>(*convert, "--pixel-format", "Pixel format", [add](PixelFormat format) {
+        add(MakePixelFormat(format));
+    })->group(group);
+    return convert;
+}
+
+int RunTasks(Request& request) {
+    const std::filesystem::path output = request.Files.back();
+    request.Files.pop_back();
+    Console console(output == Standard);
+    if (output == Standard && request.Batch.StandardOutputFormat.empty()) {
+        throw UsageError{"standard output needs --to with a format"};
+    }
+    return RunBatch(MakeTasks(request.Files, output), request.Batch, console) ? 0 : FileFailed;
 }
 
 } // namespace
 
-std::filesystem::path& Tool::CurrentFile() {
-    static std::filesystem::path s_file;
-    return s_file;
-}
-
 int main(int argc, char** argv) {
-    Tool::InstallInterruptHandler();
+    InstallInterruptHandler();
+    Request request;
     CLI::App app("Loads, converts, resizes and saves pictures.", "rasterloom");
     app.set_version_flag("--version", RASTERLOOM_VERSION);
     app.require_subcommand(1);
-
-    std::filesystem::path file;
-    CLI::App* const info = app.add_subcommand("info", "Print what a picture is");
-    info->add_option("FILE", file, "The picture")->required();
-
-    Tool::ConvertOptions options;
-    CLI::App* const convert = app.add_subcommand("convert", "Load a picture, change it, save it");
-    convert->add_option("IN", options.Input, "The picture to load")->required();
-    convert->add_option("OUT", options.Output, "Where to save; the extension tells the format")->required();
-    convert
-        ->add_option_function<std::string>(
-            "--resize", [&](const std::string& text) { options.Resize = Tool::RequestedSize::Parse(text); },
-            "New size: 800x600, 800x, x600 or 50%")
-        ->check([](const std::string& text) {
-            return Tool::RequestedSize::Parse(text) ? std::string() : "'" + text + "' is no size";
-        });
-    AddEnumOption<Transforms::InterpolationMode>(*convert, "--interpolation", "How to resample (default HighQuality)",
-                                                 [&](auto mode) { options.Interpolation = mode; });
-    AddEnumOption<PixelFormat>(*convert, "--pixel-format", "Pixel format of the result",
-                               [&](auto format) { options.PixelFormat = format; });
-
-    CLI::App* const formats = app.add_subcommand("formats", "List the file formats");
-
+    CLI::App* const info = app.add_subcommand("info", "Print what pictures are");
+    info->add_option("FILES", request.Files, "The pictures; - is standard input")->required();
+    info->add_flag("--json", request.Json, "Print a JSON array");
+    CLI::App* const convert = AddConvert(app, request);
+    app.add_subcommand("formats", "List the file formats");
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : UsageFailed;
     }
-    if (info->parsed()) {
-        Tool::CurrentFile() = file;
-        return Run([&] { Tool::RunInfo(file); });
+    try {
+        if (convert->parsed()) {
+            request.Batch.Load = LoadWhole;
+            return RunTasks(request);
+        }
+        Console console(false);
+        if (info->parsed()) {
+            return RunInfo(request.Files, request.Json, console) ? 0 : FileFailed;
+        }
+        RunFormats(console);
+        return 0;
+    } catch (const UsageError& error) {
+        std::cerr << "rasterloom: " << error.Text << '\n';
+        return UsageFailed;
     }
-    if (convert->parsed()) {
-        return Run([&] { Tool::RunConvert(options); });
-    }
-    return formats->parsed() ? Run(Tool::RunFormats) : UsageFailed;
 }

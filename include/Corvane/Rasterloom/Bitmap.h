@@ -24,11 +24,12 @@ namespace Corvane::Rasterloom {
 
 class BitmapData;
 class BitmapLink;
+class BitmapStatisticsProvider;
 class ChannelsProvider;
 class ColorManagementProvider;
 class ColorPalette;
 class ColorProfile;
-class SyncHandler;
+class ISyncHandler;
 class TransformsProvider;
 namespace Codecs {
 class EncoderOptions;
@@ -161,6 +162,7 @@ public:
     /// Fails with `BitmapEmptyException` and with the failures of files.
     void set_ColorProfile(const std::shared_ptr<ColorProfile>& colorProfile);
     std::shared_ptr<TransformsProvider> get_Transforms();
+    std::shared_ptr<BitmapStatisticsProvider> get_Statistics();
     std::shared_ptr<ColorManagementProvider> get_ColorManagement();
     std::shared_ptr<ChannelsProvider> get_Channels();
 
@@ -229,7 +231,7 @@ public:
     void _OnProgress(std::int32_t step);
     /// For the progress of a reader, writer or transform at work on this bitmap; `sender` (may be null) is told to stop
     /// when `Abort` was called.
-    void _OnProgress(SyncHandler* sender, ProgressEventArgs& args);
+    void _OnProgress(ISyncHandler* sender, ProgressEventArgs& args);
     bool get__Aborted() const noexcept;
     void set__Aborted(bool aborted) noexcept;
 

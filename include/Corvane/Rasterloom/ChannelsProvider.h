@@ -1,5 +1,6 @@
 #pragma once
 
+#include <Corvane/Rasterloom/Bitmap.h>
 #include <Corvane/Rasterloom/BitmapProvider.h>
 #include <Corvane/Rasterloom/PixelFormat.h>
 

@@ -20,7 +20,7 @@ namespace {
 constexpr std::uint64_t SerializedOverhead = 300;
 
 double ToDotsPerInch(double value, LinearUnit unit) {
-    const double dpi = value * UnitsPerInch(unit);
+    const double dpi = value / InchesPerUnit(unit);
     return std::isfinite(dpi) && dpi > 0.0 ? dpi : BitmapData::DefaultResolution;
 }
 
@@ -65,11 +65,11 @@ std::uint8_t* BitmapData::GetScanlineRef(std::uint32_t y) const {
 }
 
 double BitmapData::GetHorizontalResolution(LinearUnit unit) const noexcept {
-    return m_horizontalResolution / UnitsPerInch(unit);
+    return m_horizontalResolution * InchesPerUnit(unit);
 }
 
 double BitmapData::GetVerticalResolution(LinearUnit unit) const noexcept {
-    return m_verticalResolution / UnitsPerInch(unit);
+    return m_verticalResolution * InchesPerUnit(unit);
 }
 
 void BitmapData::SetHorizontalResolution(double value, LinearUnit unit) noexcept {
@@ -106,6 +106,18 @@ std::vector<std::uint8_t> BitmapData::GetProfileData() const {
 void BitmapData::Create(std::uint32_t width, std::uint32_t height, PixelFormat format, const ColorMap* pPalette) {
     // A palette of this very raster must outlive the emptying.
     std::shared_ptr<ColorMap> palette = pPalette != nullptr ? std::make_shared<ColorMap>(*pPalette) : nullptr;
+    Describe(width, height, format);
+    AllocatePixels(true);
+    m_pColorMap = std::move(palette);
+}
+
+void BitmapData::CreateUncleared(std::uint32_t width, std::uint32_t height, PixelFormat format) {
+    Describe(width, height, format);
+    AllocatePixels(false);
+    ClearRowEnds();
+}
+
+void BitmapData::Describe(std::uint32_t width, std::uint32_t height, PixelFormat format) {
     Empty();
     if (format == PixelFormat::FormatUnknown) {
         throw ArgumentException("format", "Pixel format should be known.");
@@ -115,11 +127,23 @@ void BitmapData::Create(std::uint32_t width, std::uint32_t height, PixelFormat f
     m_uintWidth = width;
     m_uintHeight = height;
     m_format = format;
-    AllocatePixels();
-    m_pColorMap = std::move(palette);
 }
 
-void BitmapData::AllocatePixels() {
+/// What no pixel covers must not tell what the memory held before: files get it.
+void BitmapData::ClearRowEnds() {
+    if (IsEmpty()) {
+        return;
+    }
+    const std::size_t whole = static_cast<std::size_t>(std::uint64_t{m_uintWidth} * PixelFormatSize(m_format) / 8);
+    if (whole == m_uintStride) {
+        return;
+    }
+    for (std::size_t y = 0; y < m_uintHeight; ++y) {
+        std::memset(m_pPixels + y * m_uintStride + whole, 0, m_uintStride - whole);
+    }
+}
+
+void BitmapData::AllocatePixels(bool zeroed) {
     if (m_uintWidth == 0 || m_uintHeight == 0) {
         return;
     }
@@ -128,7 +152,7 @@ void BitmapData::AllocatePixels() {
     if (size > std::numeric_limits<std::uint32_t>::max()) {
         throw OverflowException();
     }
-    m_pMemory = AllocSharedBytes(size);
+    m_pMemory = AllocSharedBytes(size, zeroed);
     m_pPixels = m_pMemory.get();
     m_uintStride = stride;
 }

@@ -82,6 +82,9 @@ public:
     /// the format. Fails with `ArgumentException` ("format") for format 0 and with `OverflowException` when a scanline or
     /// the whole does not fit in 32 bits.
     void Create(std::uint32_t width, std::uint32_t height, PixelFormat format, const ColorMap* pPalette = nullptr);
+    /// The same without zeroing, for whoever writes every pixel: they are undefined until then. Bytes and bits behind the
+    /// last pixel of a scanline are zero.
+    void CreateUncleared(std::uint32_t width, std::uint32_t height, PixelFormat format);
     void Empty() noexcept;
     bool IsAttached() const noexcept { return m_bAttached; }
     /// Shows a part of `parent`: memory, palette and profile are shared. Corners in either order; the greater ones lie
@@ -99,7 +102,9 @@ public:
     void Deserialize(AbstractReader* pReader);
 
 private:
-    void AllocatePixels();
+    void Describe(std::uint32_t width, std::uint32_t height, PixelFormat format);
+    void AllocatePixels(bool zeroed);
+    void ClearRowEnds();
 
     PixelFormat m_format = PixelFormat::FormatUnknown;
     std::uint32_t m_uintWidth = 0;

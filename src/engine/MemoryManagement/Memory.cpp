@@ -177,8 +177,8 @@ void FreeMemory(void* pointer) noexcept {
 
 void TrimMemoryCache() noexcept { GetLargeBlocks().Trim(); }
 
-std::shared_ptr<unsigned char> AllocSharedBytes(std::size_t size) {
-    return {static_cast<unsigned char*>(AllocZeroedMemory(size)), MemoryDeleter()};
+std::shared_ptr<unsigned char> AllocSharedBytes(std::size_t size, bool zeroed) {
+    return {static_cast<unsigned char*>(AllocBlock(size, zeroed)), MemoryDeleter()};
 }
 
 } // namespace ImagingFramework

@@ -24,7 +24,7 @@ struct MemoryDeleter {
     void operator()(void* pointer) const noexcept { FreeMemory(pointer); }
 };
 
-/// `size` zeroed bytes, shared-owned.
-std::shared_ptr<unsigned char> AllocSharedBytes(std::size_t size);
+/// `size` bytes, shared-owned; zeroed, or with undefined contents.
+std::shared_ptr<unsigned char> AllocSharedBytes(std::size_t size, bool zeroed);
 
 } // namespace ImagingFramework

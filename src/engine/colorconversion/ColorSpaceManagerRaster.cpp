@@ -99,8 +99,10 @@ void ColorSpaceManager::ConvertRaster(const BitmapData& source, BitmapData& dest
 void ColorSpaceManager::CreateAdaptiveColorMap(RasterConversion& conversion) {
     conversion.Split();
     AdaptivePaletteParameters parameters;
-    parameters.EntryCount =
-        m_uintColorMapEntryCount != 0 ? m_uintColorMapEntryCount : EntryLimit(conversion.DestinationFormat());
+    parameters.EntryCount = EntryLimit(conversion.DestinationFormat());
+    if (m_uintColorMapEntryCount != 0) {
+        parameters.EntryCount = std::min(parameters.EntryCount, m_uintColorMapEntryCount);
+    }
     parameters.CreateWithAlpha = m_bCreateColorMapWithAlpha;
     parameters.Algorithm = m_algorithm;
     parameters.UseAlphaThreshold = m_bUsePaletteAlphaThreshold;

@@ -108,7 +108,11 @@ void Transform::InitializeDestination(bool useExplicit, std::uint32_t width, std
         height = m_uintRegionHeight;
         format = m_enSourceFormat;
     }
-    m_pDestination->Create(width, height, format);
+    if (WritesEveryPixel()) {
+        m_pDestination->CreateUncleared(width, height, format);
+    } else {
+        m_pDestination->Create(width, height, format);
+    }
     m_pDestination->SetHorizontalResolution(m_pSource->GetHorizontalResolution());
     m_pDestination->SetVerticalResolution(m_pSource->GetVerticalResolution());
     if (format == m_enSourceFormat) {

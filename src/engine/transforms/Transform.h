@@ -49,9 +49,12 @@ protected:
     virtual void AttachToBitmaps(const BitmapData* pSource, const RegionRect* pRegion,
                                  std::unique_ptr<BitmapData>& destinationSlot);
     virtual void DetachOnFailure();
-    /// Gives the destination zeroed pixels: of the explicit size and format, or of the region's size and the source's
-    /// format. Resolutions come from the source, palette and profile as well when the formats are equal.
+    /// Gives the destination its pixels: of the explicit size and format, or of the region's size and the source's
+    /// format; zeroed unless `WritesEveryPixel`. Resolutions come from the source, palette and profile as well when the
+    /// formats are equal.
     virtual void InitializeDestination(bool useExplicit, std::uint32_t width, std::uint32_t height, PixelFormat format);
+    /// True where the body writes every pixel of the destination, so that nothing need be zeroed first.
+    virtual bool WritesEveryPixel() const { return false; }
 
     /// `NotInitializedException` without a source or a destination, `UnexpectedException` for an empty region.
     void CheckBitmaps() const;

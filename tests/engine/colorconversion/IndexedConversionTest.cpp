@@ -290,17 +290,16 @@ TEST(IndexedDestination, CountsHitsOnBlendedRows) {
     EXPECT_EQ(EntryAt(*result->GetColorMapRef(), 0), (Entry{0x40, 0x40, 0x40, 255}));
 }
 
-TEST(IndexedDestination, FailsClearlyWhereDitheringOrAdaptivePalettesAreAskedFor) {
+// What dithers by default: gray 100 becomes black and hands 100 on; 100 + 43 = 143 is white.
+TEST(IndexedDestination, DithersByDefault) {
     ColorSpaceManager manager;
     std::unique_ptr<BitmapData> result;
-    EXPECT_THROW(manager.TransformBitmapData(GrayRow({1}), PixelFormat::Format8bppIndexed, result), Exception);
-    manager.SetColorMapType(ColorMapType::WebSafe);
-    EXPECT_THROW(manager.TransformBitmapData(GrayRow({1}), PixelFormat::Format8bppIndexed, result), Exception);
-    EXPECT_EQ(result, nullptr);
-    EXPECT_THROW(CreateDithering(PixelFormat::Format24bppRgb, PixelFormat::Format8bppIndexed, DitheringType::Fan),
-                 UnsupportedPixelFormatException);
-    EXPECT_THROW(CreateDithering(PixelFormat::Format32bppArgb, PixelFormat::Format8bppIndexed, DitheringType::None),
-                 ArgumentException);
+    manager.SetColorMapType(ColorMapType::Bicolor);
+    manager.TransformBitmapData(GrayRow({100, 100, 100}), PixelFormat::Format8bppIndexed, result);
+    EXPECT_EQ(Indices(*result), (std::vector<int>{0, 1, 0}));
+    manager.SetDitheringIntensity(0.25);
+    manager.TransformBitmapData(GrayRow({100, 100, 100}), PixelFormat::Format8bppIndexed, result);
+    EXPECT_EQ(Indices(*result), (std::vector<int>{0, 0, 0}));
 }
 
 } // namespace

@@ -10,8 +10,10 @@ namespace {
 
 /// Rows are read in blocks of about this many bytes, so that they stay in the cache on their way to the raster.
 constexpr std::uint64_t BlockSize = std::uint64_t{256} << 10;
-/// A run-length encoded frame above this size must be backed by enough data.
+/// A run-length encoded frame above this size must be backed by enough data. A row counts for at least TrustedRowSize,
+/// because a row costs time however narrow it is.
 constexpr std::uint64_t TrustedRasterSize = std::uint64_t{256} << 20;
+constexpr std::uint64_t TrustedRowSize = 256;
 constexpr std::uint32_t StrideAlignment = BitmapData::StrideAlignment;
 constexpr double MetresPerInch = 0.0254;
 constexpr std::uint32_t GreenMask555 = 0x3E0;
@@ -141,11 +143,11 @@ void BitmapFrameDecoder::MapIndices(std::uint8_t* pLine, std::size_t size) const
 
 void BitmapFrameDecoder::CheckPixelData() {
     CheckFrameSize(m_uintWidth, m_uintHeight, GetPixelFormat());
-    const std::uint64_t rasterSize = CalculateStride64(m_uintWidth, m_header.BitCount, StrideAlignment) * m_uintHeight;
+    const std::uint64_t stride = CalculateStride64(m_uintWidth, m_header.BitCount, StrideAlignment);
     GetReader().Seek(m_header.PixelOffset);
     const std::uint64_t remaining = GetReader().GetRemaining();
     if (m_compression != FrameCompressionType::Rle) {
-        if (remaining < rasterSize) {
+        if (remaining < stride * m_uintHeight) {
             throw OutOfRangeException();
         }
         return;
@@ -153,7 +155,7 @@ void BitmapFrameDecoder::CheckPixelData() {
     // A few bytes can stand for any number of empty lines; large frames are believed only when runs could fill them.
     constexpr std::uint64_t pixelsPerRun = 255;
     constexpr std::uint64_t bytesPerRun = 2;
-    if (rasterSize > TrustedRasterSize &&
+    if (std::max(stride, TrustedRowSize) * m_uintHeight > TrustedRasterSize &&
         remaining / bytesPerRun * pixelsPerRun < std::uint64_t{m_uintWidth} * m_uintHeight) {
         throw MediaCorruptedException();
     }
@@ -161,7 +163,7 @@ void BitmapFrameDecoder::CheckPixelData() {
 
 void BitmapFrameDecoder::DecodeFrameInternal() {
     CheckPixelData();
-    CreateBitmapData();
+    CreateBitmapData(m_compression == FrameCompressionType::Rle ? PixelCover::Partly : PixelCover::Whole);
     SetResolution();
     m_bMapIndices = false;
     if (HasPalette()) {

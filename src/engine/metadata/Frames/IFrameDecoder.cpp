@@ -1,5 +1,6 @@
 #include "metadata/Frames/IFrameDecoder.h"
 
+#include "Common/ColorProfileUtils.h"
 #include "Common/FrameSize.h"
 #include "Common/Numeric.h"
 #include "metadata/Streams/FileStream.h"
@@ -64,6 +65,17 @@ void IFrameDecoderImpl::FreeAfterFailure() {
     }
 }
 
+void IFrameDecoderImpl::DecodeToOutput() {
+    try {
+        DecodeInternalGuarded();
+    } catch (const UnsupportedScanlinesOrderException&) {
+        if (!m_bThumbnailMode) {
+            throw;
+        }
+        FillThumbnailFromFrame();
+    }
+}
+
 void IFrameDecoderImpl::RunFrame(BitmapData*& pBitmapData, std::uint32_t uintFrameIndex) {
     m_uintFrameIndex = uintFrameIndex;
     m_pOutput.Reset(pBitmapData, false);
@@ -71,8 +83,9 @@ void IFrameDecoderImpl::RunFrame(BitmapData*& pBitmapData, std::uint32_t uintFra
         m_pOutput.Reset(new BitmapData, true);
     }
     try {
-        DecodeInternalGuarded();
+        DecodeToOutput();
     } catch (...) {
+        m_pOutput->Empty(); // what was not decoded may hold anything
         ResetFrameState();
         throw;
     }
@@ -100,6 +113,18 @@ void IFrameDecoderImpl::DecodeFrameToThumbnail(std::uint32_t uintThumbnailWidth,
     RunFrame(pBitmapData, uintFrameIndex);
 }
 
+void IFrameDecoderImpl::DecodeToTag(ItemTag& tag) {
+    BitmapData* pBitmapData = tag.IsEmpty() ? nullptr : static_cast<BitmapData*>(tag);
+    const auto frameIndex = static_cast<std::uint32_t>(tag.GetFrameIndex());
+    if (tag.GetMetaDataId() == MetaDataId::FrameBitmap) {
+        DecodeFrame(pBitmapData, frameIndex);
+    } else {
+        SetThumbnailKind(tag.GetThumbnailInterpolation());
+        DecodeFrameToThumbnail(tag.GetThumbnailWidth(), tag.GetThumbnailHeight(), pBitmapData, frameIndex);
+    }
+    tag = pBitmapData;
+}
+
 void IFrameDecoderImpl::Start(const std::uint32_t* pFrameIndex) {
     const std::uint32_t index = pFrameIndex == nullptr ? 0 : *pFrameIndex;
     CheckFrameIndex(index);
@@ -117,23 +142,29 @@ void IFrameDecoderImpl::ResetFrameState() {
     m_uintThumbnailWidth = 0;
     m_uintThumbnailHeight = 0;
     m_uintFrameIndex = 0;
+    SetReducedSize(0, 0);
 }
 
 void IFrameDecoderImpl::FreeFrameResources() {
     m_pThumbnailer.reset();
     m_pFilterData.reset();
     m_pFrameColorMap.reset();
+    m_frameProfile.clear();
 }
 
 // --- Output
 
-void IFrameDecoderImpl::CreateBitmapData() {
+void IFrameDecoderImpl::CreateBitmapData(PixelCover cover) {
     CheckFrameSize(m_uintWidth, m_uintHeight, GetPixelFormat());
     if (m_bProducerMode) {
         return;
     }
     if (!m_bThumbnailMode) {
-        m_pOutput->Create(m_uintWidth, m_uintHeight, GetPixelFormat());
+        if (cover == PixelCover::Whole) {
+            m_pOutput->CreateUncleared(m_uintWidth, m_uintHeight, GetPixelFormat());
+        } else {
+            m_pOutput->Create(m_uintWidth, m_uintHeight, GetPixelFormat());
+        }
         return;
     }
     CalculateThumbnailDimensions(m_uintWidth, m_uintHeight, m_uintThumbnailWidth, m_uintThumbnailHeight);
@@ -154,6 +185,23 @@ void IFrameDecoderImpl::SetResolution() {
     }
 }
 
+void IFrameDecoderImpl::SetColorProfile() {
+    const std::vector<std::uint8_t>& profile = GetColorProfileRef();
+    if (m_bProducerMode) {
+        m_frameProfile = profile;
+    } else if (!profile.empty() && !m_bThumbnailMode) {
+        m_pOutput->SetProfile(profile.data(), profile.size());
+    }
+}
+
+void IFrameDecoderImpl::SetColorProfile(std::shared_ptr<const ProfileFile> pProfile) {
+    if (m_bProducerMode) {
+        m_frameProfile = GetProfileData(&pProfile->GetPath());
+    } else if (!m_bThumbnailMode) {
+        m_pOutput->SetProfileFile(std::move(pProfile));
+    }
+}
+
 const std::vector<std::uint8_t>& IFrameDecoderImpl::GetColorProfileRef() {
     throw UnexpectedException();
 }
@@ -168,7 +216,10 @@ void IFrameDecoderImpl::SetScanline(const std::uint8_t* pScanline, std::uint32_t
         }
     } else if (m_bThumbnailMode) {
         if (m_pThumbnailer == nullptr) {
-            CreateThumbnailer();
+            const bool reduced = m_uintReducedWidth != 0;
+            m_pThumbnailer =
+                CreateThumbnailer(reduced ? m_uintReducedWidth : m_uintWidth,
+                                  reduced ? m_uintReducedHeight : m_uintHeight, GetPixelFormat(), m_pFrameColorMap.get());
         }
         m_pThumbnailer->SetScanline(row, pScanline);
     } else {
@@ -187,15 +238,36 @@ void IFrameDecoderImpl::InitializeConsumers() {
     if (m_pFrameColorMap != nullptr) {
         data->Palette = std::make_shared<ColorMap>(*m_pFrameColorMap);
     }
+    data->Profile = m_frameProfile;
     m_pFilterData = data;
     for (const std::shared_ptr<IScanLineConsumer>& pConsumer : m_consumers) {
         pConsumer->Initialize(m_pFilterData);
     }
 }
 
-void IFrameDecoderImpl::CreateThumbnailer() {
-    IThumbnailCreator::CreateThumbnailer(m_thumbnailKind, m_uintWidth, m_uintHeight, GetPixelFormat(),
-                                         m_pFrameColorMap.get(), m_pOutput.Get(), &m_pThumbnailer);
+std::unique_ptr<IThumbnailCreator> IFrameDecoderImpl::CreateThumbnailer(std::uint32_t width, std::uint32_t height,
+                                                                        PixelFormat format,
+                                                                        const ColorMap* pColorMap) {
+    std::unique_ptr<IThumbnailCreator> pThumbnailer;
+    IThumbnailCreator::CreateThumbnailer(m_thumbnailKind, width, height, format, pColorMap, m_pOutput.Get(),
+                                         &pThumbnailer);
+    return pThumbnailer;
+}
+
+/// The same lines to the same kind of thumbnailer, only from a raster and from the top.
+void IFrameDecoderImpl::FillThumbnailFromFrame() {
+    ObjPtr<BitmapData> pThumbnail = std::move(m_pOutput);
+    BitmapData frame;
+    m_pOutput.Reset(&frame, false);
+    m_bThumbnailMode = false;
+    DecodeInternalGuarded();
+    m_pOutput = std::move(pThumbnail);
+    const auto pThumbnailer =
+        CreateThumbnailer(frame.GetWidth(), frame.GetHeight(), frame.GetPixelFormat(), frame.GetColorMapRef());
+    for (std::uint32_t row = 0; row < frame.GetHeight(); ++row) {
+        pThumbnailer->SetScanline(row, frame.GetScanlineRef(row));
+        UpdateEvents(0);
+    }
 }
 
 // --- Thumbnail size

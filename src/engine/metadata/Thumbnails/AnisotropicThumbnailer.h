@@ -1,8 +1,9 @@
 #pragma once
 
+#include "metadata/Thumbnails/ArgbSampler.h"
 #include "metadata/Thumbnails/IThumbnailCreatorImpl.h"
-#include "metadata/Thumbnails/RowToArgb.h"
 
+#include <optional>
 #include <vector>
 
 namespace ImagingFramework {
@@ -17,15 +18,15 @@ public:
     void SetScanline(std::uint32_t rowIndex, const std::uint8_t* rowData) override;
 
 private:
-    void AddRow(std::uint32_t thumbRow, const std::uint8_t* pRow);
+    void AddRow(std::uint32_t thumbRow, const std::uint8_t* pSamples);
     void Finish();
 
     std::uint32_t m_uintSamplingFactor;
-    std::vector<std::uint32_t> m_sampleRows;    ///< source row of each sample, ascending
-    std::vector<std::uint32_t> m_sampleColumns; ///< source column of each sample, ascending
-    std::vector<std::uint16_t> m_sums;          ///< four channels of each pixel of the thumbnail
+    std::vector<std::uint32_t> m_sampleRows; ///< source row of each sample, ascending
+    std::vector<std::uint16_t> m_sums;       ///< four channels of each pixel of the thumbnail
     std::uint32_t m_uintRowsSeen = 0;
-    RowToArgb m_converter;
+    std::optional<ArgbSampler> m_sampler;
+    std::optional<RowToArgb> m_converter; ///< for a thumbnail of the image's size
 };
 
 } // namespace ImagingFramework

@@ -31,9 +31,6 @@ IThumbnailCreatorImpl::IThumbnailCreatorImpl(std::uint32_t imageWidth, std::uint
     }
     m_uintThumbWidth = pThumbBitmapData->GetWidth();
     m_uintThumbHeight = pThumbBitmapData->GetHeight();
-}
-
-void IThumbnailCreatorImpl::RequireReduction() const {
     if (m_uintThumbHeight > m_uintImageHeight) {
         throw ArgumentException("thumbnail height");
     }

@@ -11,8 +11,6 @@ protected:
     IThumbnailCreatorImpl(std::uint32_t imageWidth, std::uint32_t imageHeight, PixelFormat imageFormat,
                           const ColorMap* pImageColorMap, BitmapData* pThumbBitmapData);
 
-    /// For creators that cannot enlarge: fails with `ArgumentException` ("thumbnail height", "thumbnail width").
-    void RequireReduction() const;
     bool HasImageSize() const noexcept {
         return m_uintImageWidth == m_uintThumbWidth && m_uintImageHeight == m_uintThumbHeight;
     }

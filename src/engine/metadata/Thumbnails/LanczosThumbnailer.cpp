@@ -1,74 +1,25 @@
 #include "metadata/Thumbnails/LanczosThumbnailer.h"
 
-#include "metadata/Thumbnails/ThumbnailRatio.h"
+#include "Common/Numeric.h"
 
 #include <algorithm>
-#include <cmath>
+#include <bit>
 #include <cstring>
-#include <limits>
-#include <numbers>
 
 namespace ImagingFramework {
 
-// --- Weights
-
 namespace {
 
-double SincKernel(double x) {
-    if (x == 0.0) {
-        return 1.0;
-    }
-    if (x <= -3.0 || x >= 3.0) {
-        return 0.0;
-    }
-    const double wave = 2.0 * std::numbers::pi * x;
-    const double window = wave / 3.0;
-    return std::sin(wave) / wave * std::sin(window) / window;
-}
-
-template <class Sample>
-Sample RoundToSample(double sum) {
-    constexpr double maximum = std::numeric_limits<Sample>::max();
-    return static_cast<Sample>(std::clamp(sum + 0.5, 0.0, maximum));
-}
+/// Bytes of the rows that are filtered together.
+constexpr std::uint64_t BlockLimit = std::uint64_t{2} << 20;
+/// Weights of columns that are kept; those of wider images are made anew for each block of rows.
+constexpr std::uint32_t WeightLimit = std::uint32_t{1} << 19;
 
 bool NeedsConversionFirst(PixelFormat format) {
     return PixelFormatIsIndexed(format) || PixelFormatIsPacked16(format);
 }
 
 } // namespace
-
-SincTaps::SincTaps(std::uint32_t imageSize, std::uint32_t thumbSize)
-    : m_uintImageSize(imageSize), m_ratio(ThumbnailRatio(imageSize, thumbSize)) {
-    const double limit = imageSize >> 1;
-    m_uintHalf = static_cast<std::uint32_t>(std::min(1.0 + std::trunc(3.0 * m_ratio), limit));
-    // A side of one pixel has no taps; the nearest pixel stands for the sum.
-    m_uintTaps = m_uintHalf == 0 ? 1 : 2 * m_uintHalf - 1;
-}
-
-std::uint32_t SincTaps::GetWeights(std::uint32_t position, std::vector<double>& weights) const {
-    const double p = position * m_ratio;
-    const std::int64_t first = static_cast<std::int64_t>(p + 0.5) - (m_uintTaps >> 1);
-    const std::int64_t begin = std::clamp<std::int64_t>(first, 0, std::int64_t{m_uintImageSize} - 1);
-    const std::int64_t end = std::clamp<std::int64_t>(first + m_uintTaps, begin + 1, m_uintImageSize);
-    if (m_uintHalf == 0) {
-        weights.assign(1, 1.0);
-        return static_cast<std::uint32_t>(begin);
-    }
-    weights.resize(static_cast<std::size_t>(end - begin));
-    double sum = 0.0;
-    for (std::int64_t j = begin; j < end; ++j) {
-        const double weight = SincKernel((static_cast<double>(j) - p) * 0.5 / m_ratio);
-        weights[static_cast<std::size_t>(j - begin)] = weight;
-        sum += weight;
-    }
-    for (double& weight : weights) {
-        weight /= sum;
-    }
-    return static_cast<std::uint32_t>(begin);
-}
-
-// --- Rows
 
 template <class Sample>
 LanczosThumbnailer<Sample>::LanczosThumbnailer(std::uint32_t imageWidth, std::uint32_t imageHeight,
@@ -77,31 +28,38 @@ LanczosThumbnailer<Sample>::LanczosThumbnailer(std::uint32_t imageWidth, std::ui
     : IThumbnailCreatorImpl(imageWidth, imageHeight, imageFormat, pImageColorMap, pThumbBitmapData),
       m_bConvertFirst(NeedsConversionFirst(imageFormat) || HasImageSize()),
       m_inputConverter(imageWidth, m_bConvertFirst ? imageFormat : PixelFormat::Format32bppArgb, pImageColorMap),
-      m_outputConverter(m_uintThumbWidth, m_bConvertFirst ? PixelFormat::Format32bppArgb : imageFormat, nullptr),
-      m_vertical(imageHeight, m_uintThumbHeight) {
-    RequireReduction();
+      m_outputConverter(m_uintThumbWidth, m_bConvertFirst ? PixelFormat::Format32bppArgb : imageFormat, nullptr) {
     if (m_bConvertFirst) {
         m_imageFormat = PixelFormat::Format32bppArgb;
     }
-    m_uintChannels = PixelFormatSize(m_imageFormat) / 8 / sizeof(Sample);
-    m_rowSamples = std::size_t{m_uintThumbWidth} * m_uintChannels;
-    if (HasImageSize()) {
-        return;
+    m_uintSamples = static_cast<std::uint32_t>(PixelFormatSize(m_imageFormat) / 8 / sizeof(Sample));
+    if (!HasImageSize()) {
+        AllocateRows();
     }
-    const SincTaps horizontal(imageWidth, m_uintThumbWidth);
-    std::vector<double> weights;
-    for (std::uint32_t x = 0; x < m_uintThumbWidth; ++x) {
-        m_columnFirst.push_back(horizontal.GetWeights(x, weights));
-        m_columnCount.push_back(static_cast<std::uint32_t>(weights.size()));
-        m_columnWeights.insert(m_columnWeights.end(), weights.begin(), weights.end());
-    }
-    m_ring.resize(m_rowSamples * m_vertical.GetMaximumCount());
-    m_output.resize(m_rowSamples);
-    m_sums.resize(m_rowSamples);
 }
 
-template <class Sample>
-void LanczosThumbnailer<Sample>::CheckOrder(std::uint32_t rowIndex) {
+template <class Sample> void LanczosThumbnailer<Sample>::AllocateRows() {
+    const std::size_t pixelSize = m_uintSamples * sizeof(Sample);
+    const std::uint32_t columnTaps = SincResampleHelper::TapCount(m_uintImageWidth, m_uintThumbWidth);
+    m_uintColumnsAtOnce = std::clamp(WeightLimit / columnTaps, 1U, m_uintThumbWidth);
+    m_sourceBytes = m_uintImageWidth * pixelSize;
+    const ITwoPassKernel& kernel = ColumnsFrom(0, m_uintColumnsAtOnce).Kernel();
+    m_uintKernelRows = kernel.BlockRows();
+    // Rows that are filtered together never belong to two blocks of the kernel.
+    m_uintBlockRows = static_cast<std::uint32_t>(
+        std::bit_floor(std::clamp<std::uint64_t>(BlockLimit / m_sourceBytes, 1, m_uintKernelRows)));
+    m_block.AllocateSize(m_uintBlockRows * m_sourceBytes);
+    m_chunkBytes = kernel.BlockBytes(m_uintColumnsAtOnce);
+    m_blockBytes = CheckedProduct(m_chunkBytes, (m_uintThumbWidth - 1) / m_uintColumnsAtOnce + 1);
+    // A block goes in while the last rows before it may still be needed.
+    const std::uint64_t rows = std::uint64_t{SincResampleHelper::TapCount(m_uintImageHeight, m_uintThumbHeight)};
+    m_ringBlocks = (rows + m_uintKernelRows - 2) / m_uintKernelRows + 1;
+    // One more takes rows that come by themselves.
+    m_ring.AllocateSize(CheckedProduct(m_ringBlocks + 1, m_blockBytes) + ITwoPassKernel::BlockAlignment);
+    m_output.resize(m_uintThumbWidth * pixelSize);
+}
+
+template <class Sample> void LanczosThumbnailer<Sample>::CheckOrder(std::uint32_t rowIndex) {
     const std::int64_t distance = std::int64_t{rowIndex} - m_intLastRow;
     if (distance > 1 || distance < -1) {
         throw UnsupportedScanlinesOrderException("Use for example Anisotropic interpolation mode");
@@ -119,60 +77,106 @@ void LanczosThumbnailer<Sample>::SetScanline(std::uint32_t rowIndex, const std::
         return;
     }
     CheckOrder(rowIndex);
-    const std::uint8_t* const pRow = m_bConvertFirst ? m_inputConverter.Convert(rowData) : rowData;
-    ReduceRow(reinterpret_cast<const Sample*>(pRow), RingRow(rowIndex));
-    ProduceRows(rowIndex);
-}
-
-template <class Sample>
-void LanczosThumbnailer<Sample>::ReduceRow(const Sample* pSource, Sample* pDestination) const {
-    const double* pWeights = m_columnWeights.data();
-    const std::uint32_t channels = m_uintChannels;
-    for (std::uint32_t x = 0; x < m_uintThumbWidth; ++x) {
-        const std::uint32_t count = m_columnCount[x];
-        const Sample* const pFirst = pSource + std::size_t{m_columnFirst[x]} * channels;
-        for (std::uint32_t channel = 0; channel < channels; ++channel) {
-            double sum = 0.0;
-            const Sample* pSample = pFirst + channel;
-            for (std::uint32_t tap = 0; tap < count; ++tap, pSample += channels) {
-                sum += *pSample * pWeights[tap];
-            }
-            *pDestination++ = RoundToSample<Sample>(sum);
+    if (m_uintNextThumbRow == m_uintThumbHeight) {
+        return;
+    }
+    if (rowIndex < m_uintFiltered) {
+        // A row that comes again takes its own place as long as that is its own.
+        const std::uint32_t newestBlock = (m_uintFiltered - 1) / m_uintKernelRows;
+        if (m_uintPending == 0 && newestBlock - rowIndex / m_uintKernelRows < m_ringBlocks) {
+            StoreRow(0, rowData);
+            FilterRows(rowIndex, 1);
         }
-        pWeights += count;
+        return;
+    }
+    const std::uint32_t place = rowIndex - m_uintFiltered;
+    StoreRow(place, rowData);
+    m_uintPending = std::max(m_uintPending, place + 1);
+    if ((m_uintFiltered + m_uintPending) % m_uintBlockRows == 0 || m_uintFiltered + m_uintPending == m_uintImageHeight) {
+        FilterRows(m_uintFiltered, m_uintPending);
+        m_uintFiltered += m_uintPending;
+        m_uintPending = 0;
+        ProduceRows();
     }
 }
 
 template <class Sample>
-void LanczosThumbnailer<Sample>::ProduceRows(std::uint32_t lastRow) {
-    while (m_uintNextThumbRow < m_uintThumbHeight) {
-        // Once for each row that is made, not for each that comes in: a tall image has many weights a row.
-        if (!m_bRowWeightsReady) {
-            m_uintFirstWeighted = m_vertical.GetWeights(m_uintNextThumbRow, m_rowWeights);
-            m_bRowWeightsReady = true;
+void LanczosThumbnailer<Sample>::StoreRow(std::uint32_t place, const std::uint8_t* rowData) {
+    std::uint8_t* const row = m_block.Get() + place * m_sourceBytes;
+    if (m_bConvertFirst) {
+        m_inputConverter.Convert(rowData, row);
+    } else {
+        std::memcpy(row, rowData, m_sourceBytes);
+    }
+}
+
+template <class Sample> void LanczosThumbnailer<Sample>::FilterRows(std::uint32_t firstRow, std::uint32_t count) {
+    std::vector<const std::uint8_t*> sources(count);
+    for (std::uint32_t i = 0; i < count; ++i) {
+        sources[i] = m_block.Get() + i * m_sourceBytes;
+    }
+    const std::uint32_t place = firstRow % m_uintKernelRows;
+    // Whole blocks, and what the image has of its last one, are filtered where they stay.
+    const bool whole = place == 0 && (count == m_uintKernelRows || firstRow + count == m_uintImageHeight);
+    // In the spare block a row takes the place that it has in its own one.
+    sources.insert(sources.begin(), whole ? 0 : place, m_block.Get());
+    const auto rows = static_cast<std::uint32_t>(sources.size());
+    for (std::uint32_t first = 0; first < m_uintThumbWidth;) {
+        const std::uint32_t columns = std::min(m_uintColumnsAtOnce, m_uintThumbWidth - first);
+        ITwoPassKernel& kernel = ColumnsFrom(first, columns).Kernel();
+        std::uint8_t* const block = ChunkOf(firstRow / m_uintKernelRows, first);
+        std::uint8_t* const spare = SpareChunk();
+        kernel.FilterRows(sources.data(), rows, 0, columns, whole ? block : spare);
+        for (std::uint32_t row = place; !whole && row < rows; ++row) {
+            kernel.CopyRow(spare, block, row, columns);
         }
-        if (m_uintFirstWeighted + m_rowWeights.size() > std::size_t{lastRow} + 1) {
+        first += columns;
+    }
+}
+
+template <class Sample>
+SincStretch& LanczosThumbnailer<Sample>::ColumnsFrom(std::uint32_t first, std::uint32_t count) {
+    if (m_pColumns == nullptr || m_uintColumnsFirst != first) {
+        m_pColumns.reset();
+        m_pColumns = std::make_unique<SincStretch>(SincStretch::Pass::Rows, m_uintImageWidth, m_uintThumbWidth, first, count, m_uintSamples,
+                                                   sizeof(Sample));
+        m_uintColumnsFirst = first;
+    }
+    return *m_pColumns;
+}
+
+template <class Sample> SincStretch& LanczosThumbnailer<Sample>::RowsOfNextThumbRow() {
+    // Once for each row that is made, not for each that comes in: a tall image has many weights a row.
+    if (m_pRows == nullptr) {
+        m_pRows = std::make_unique<SincStretch>(SincStretch::Pass::Columns, m_uintImageHeight, m_uintThumbHeight, m_uintNextThumbRow, 1,
+                                                m_uintSamples, sizeof(Sample));
+    }
+    return *m_pRows;
+}
+
+template <class Sample> void LanczosThumbnailer<Sample>::ProduceRows() {
+    std::vector<const std::uint8_t*> blocks;
+    while (m_uintNextThumbRow < m_uintThumbHeight) {
+        const SincStretch& weights = RowsOfNextThumbRow();
+        const std::uint64_t first = weights.Axis().Windows.First[0];
+        const std::uint32_t count = weights.Axis().Windows.Count[0];
+        if (first + count > m_uintFiltered) {
             return;
         }
-        ProduceRow(m_uintFirstWeighted);
-        ++m_uintNextThumbRow;
-        m_bRowWeightsReady = false;
-    }
-}
-
-template <class Sample>
-void LanczosThumbnailer<Sample>::ProduceRow(std::uint32_t first) {
-    std::ranges::fill(m_sums, 0.0);
-    for (std::size_t tap = 0; tap < m_rowWeights.size(); ++tap) {
-        const Sample* const pRow = RingRow(first + static_cast<std::uint32_t>(tap));
-        const double weight = m_rowWeights[tap];
-        for (std::size_t i = 0; i < m_rowSamples; ++i) {
-            m_sums[i] += pRow[i] * weight;
+        const auto firstBlock = static_cast<std::uint32_t>(first / m_uintKernelRows);
+        blocks.resize((first + count - 1) / m_uintKernelRows - firstBlock + 1);
+        for (std::uint32_t column = 0; column < m_uintThumbWidth;) {
+            const std::uint32_t columns = std::min(m_uintColumnsAtOnce, m_uintThumbWidth - column);
+            for (std::uint32_t i = 0; i < blocks.size(); ++i) {
+                blocks[i] = ChunkOf(firstBlock + i, column);
+            }
+            weights.Kernel().FilterColumns(blocks.data(), 0, m_output.data() + column * m_uintSamples * sizeof(Sample), columns);
+            column += columns;
         }
+        m_outputConverter.Convert(m_output.data(), m_pThumbBitmapData->GetScanlineRef(m_uintNextThumbRow));
+        ++m_uintNextThumbRow;
+        m_pRows.reset();
     }
-    std::ranges::transform(m_sums, m_output.begin(), RoundToSample<Sample>);
-    m_outputConverter.Convert(reinterpret_cast<const std::uint8_t*>(m_output.data()),
-                              m_pThumbBitmapData->GetScanlineRef(m_uintNextThumbRow));
 }
 
 template class LanczosThumbnailer<std::uint8_t>;

@@ -2,32 +2,17 @@
 
 #include "metadata/Thumbnails/IThumbnailCreatorImpl.h"
 #include "metadata/Thumbnails/RowToArgb.h"
+#include "metadata/Thumbnails/SincStretch.h"
 
+#include <memory>
 #include <vector>
 
 namespace ImagingFramework {
 
-/// The taps of a three-lobe sinc filter along one side of the image.
-class SincTaps {
-public:
-    SincTaps(std::uint32_t imageSize, std::uint32_t thumbSize);
-
-    /// The largest number of taps of a position.
-    std::uint32_t GetMaximumCount() const noexcept { return m_uintTaps; }
-    /// Puts the weights of a thumbnail position into `weights`: those of the taps that lie inside the image, with a sum
-    /// of 1. The result is the image position of the first one.
-    std::uint32_t GetWeights(std::uint32_t position, std::vector<double>& weights) const;
-
-private:
-    std::uint32_t m_uintImageSize;
-    double m_ratio;
-    std::uint32_t m_uintHalf;
-    std::uint32_t m_uintTaps;
-};
-
 /// Filters while rows come: each is reduced horizontally into a ring of rows, and a row of the thumbnail goes out as
-/// soon as the ring has all rows that it needs. Samples are rounded after each direction. Formats of whole channels are
-/// filtered as they are and converted at the end; indexed and packed ones are converted first.
+/// soon as the ring has all rows that it needs. The weights are those of `ResizeTransform`, and samples are rounded after
+/// each direction as there; colour and alpha are filtered alike. Formats of whole channels are filtered as they are and
+/// converted at the end; indexed and packed ones are converted first.
 template <class Sample>
 class LanczosThumbnailer final : public IThumbnailCreatorImpl {
 public:
@@ -39,28 +24,40 @@ public:
 
 private:
     void CheckOrder(std::uint32_t rowIndex);
-    void ReduceRow(const Sample* pSource, Sample* pDestination) const;
-    void ProduceRows(std::uint32_t lastRow);
-    void ProduceRow(std::uint32_t first);
-    Sample* RingRow(std::uint32_t row) { return m_ring.data() + row % m_vertical.GetMaximumCount() * m_rowSamples; }
+    void AllocateRows();
+    void StoreRow(std::uint32_t rowIndex, const std::uint8_t* rowData);
+    void FilterRows(std::uint32_t firstRow, std::uint32_t count);
+    void ProduceRows();
+    SincStretch& ColumnsFrom(std::uint32_t first, std::uint32_t count);
+    SincStretch& RowsOfNextThumbRow();
+    /// The columns from `column` on, which a chunk of weights begins with, of a block in the ring.
+    std::uint8_t* ChunkOf(std::uint32_t block, std::uint32_t column) const {
+        return ITwoPassKernel::Align(m_ring.Get()) + block % m_ringBlocks * m_blockBytes + column / m_uintColumnsAtOnce * m_chunkBytes;
+    }
+    std::uint8_t* SpareChunk() const { return ITwoPassKernel::Align(m_ring.Get()) + m_ringBlocks * m_blockBytes; }
 
     bool m_bConvertFirst;
     RowToArgb m_inputConverter;
     RowToArgb m_outputConverter;
-    std::uint32_t m_uintChannels;
-    std::size_t m_rowSamples; ///< of a reduced row
-    SincTaps m_vertical;
-    std::vector<std::uint32_t> m_columnFirst;
-    std::vector<std::uint32_t> m_columnCount;
-    std::vector<double> m_columnWeights; ///< of all columns, one behind the other
-    std::vector<Sample> m_ring;
-    std::vector<Sample> m_output;
-    std::vector<double> m_sums;
-    std::vector<double> m_rowWeights;
-    std::int64_t m_intLastRow = -1;
+    std::uint32_t m_uintSamples; ///< of a pixel as it is filtered
+    std::size_t m_sourceBytes = 0; ///< of a row of the image as it is filtered
+    /// Rows that wait to be filtered together.
+    MemPtr<std::uint8_t> m_block;
+    std::uint32_t m_uintBlockRows = 1;
+    std::uint32_t m_uintKernelRows = 1; ///< of a block of the kernel
+    std::uint32_t m_uintPending = 0;
+    std::uint32_t m_uintFiltered = 0; ///< all rows below this one went into the ring
+    MemPtr<std::uint8_t> m_ring;
+    std::uint64_t m_ringBlocks = 1;
+    std::uint64_t m_blockBytes = 0; ///< of a filtered block of all columns
+    std::uint64_t m_chunkBytes = 0; ///< of the columns of it that are filtered at once
+    std::unique_ptr<SincStretch> m_pColumns;
+    std::uint32_t m_uintColumnsFirst = 0; ///< where `m_pColumns` begins
+    std::uint32_t m_uintColumnsAtOnce = 0;
+    std::unique_ptr<SincStretch> m_pRows; ///< the weights of the next row of the thumbnail, made when it is looked for
     std::uint32_t m_uintNextThumbRow = 0;
-    std::uint32_t m_uintFirstWeighted = 0; ///< the first source row of the next thumbnail row
-    bool m_bRowWeightsReady = false;       ///< `m_rowWeights` belong to the next thumbnail row
+    std::vector<std::uint8_t> m_output;
+    std::int64_t m_intLastRow = -1;
 };
 
 extern template class LanczosThumbnailer<std::uint8_t>;

@@ -1,13 +1,13 @@
 #pragma once
 
+#include "metadata/Thumbnails/ArgbSampler.h"
 #include "metadata/Thumbnails/IThumbnailCreatorImpl.h"
-#include "metadata/Thumbnails/RowToArgb.h"
 
 #include <vector>
 
 namespace ImagingFramework {
 
-/// The first source row and column that reach a target row and column give the pixel.
+/// The first source row and column that reach a target row and column give the pixel. Rows may come in any order.
 class NearestNeighbourThumbnailer final : public IThumbnailCreatorImpl {
 public:
     NearestNeighbourThumbnailer(std::uint32_t imageWidth, std::uint32_t imageHeight, PixelFormat imageFormat,
@@ -16,9 +16,8 @@ public:
     void SetScanline(std::uint32_t rowIndex, const std::uint8_t* rowData) override;
 
 private:
-    std::vector<std::int32_t> m_rowTargets;    ///< per source row, -1 for one that is not used
-    std::vector<std::int32_t> m_columnTargets; ///< the same per source column
-    RowToArgb m_converter;
+    std::vector<std::uint32_t> m_rows; ///< source row of each row, ascending
+    ArgbSampler m_sampler;
 };
 
 } // namespace ImagingFramework

@@ -1,4 +1,5 @@
 #include "transforms/resize/AxisMap.h"
+#include "transforms/resize/BilinearRows.h"
 #include "transforms/resize/PixelLayout.h"
 #include "transforms/resize/Resamplers.h"
 
@@ -12,29 +13,17 @@ namespace {
 
 template <class Layout> using SampleSum = std::conditional_t<sizeof(typename Layout::Sample) == 1, std::uint32_t, std::uint64_t>;
 
-/// `Count` sample offsets of each destination pixel, in the order of the pixels.
-template <std::uint32_t Count>
-std::vector<std::size_t> SampleIndices(std::uint32_t sourceSize, std::uint32_t newSize, std::uint64_t cropStart,
-                                       std::uint64_t pixels) {
-    const std::uint64_t step = ToFixedRatio(AxisRatio(sourceSize, newSize) / Count);
-    std::vector<std::size_t> indices(pixels * Count);
-    for (std::uint64_t i = 0; i < indices.size(); ++i) {
-        indices[i] = std::min<std::uint64_t>(((cropStart * Count + i) * step) >> 16, sourceSize - 1);
-    }
-    return indices;
-}
-
 /// The offsets as the pixels of a row take them. The counter into the table has 16 bits and wraps without a check: very wide
 /// rasters repeat their first columns. That is the established result, and stays.
 template <class Layout, std::uint32_t Count> std::vector<std::size_t> ColumnOffsets(const ResizeJob& job) {
     const std::uint32_t pixels = job.Destination.GetWidth();
-    const std::vector<std::size_t> table =
-        SampleIndices<Count>(job.Source.GetWidth(), job.NewWidth, job.CropLeft, pixels);
+    const std::vector<std::uint32_t> table =
+        SampleIndices(job.Source.GetWidth(), job.NewWidth, Count, job.CropLeft, pixels);
     std::vector<std::size_t> offsets(table.size());
     std::uint16_t counter = 0;
     for (std::size_t x = 0; x < pixels; ++x) {
         for (std::uint32_t k = 0; k < Count; ++k) {
-            offsets[x * Count + k] = table[std::size_t{counter} + k] * Layout::Samples;
+            offsets[x * Count + k] = std::size_t{table[std::size_t{counter} + k]} * Layout::Samples;
         }
         counter = static_cast<std::uint16_t>(counter + Count);
     }
@@ -61,8 +50,9 @@ void AnisotropicPixel(const std::array<const typename Layout::Sample*, Count>& r
     }
     if constexpr (Layout::Alpha) {
         const Sum total = sums[Layout::Samples - 1];
+        const SharedDivisor<Sum> divisor(total != 0 ? total : 1); // all sums are 0 then
         for (int c = 0; c < Layout::Colors; ++c) {
-            pixel[c] = static_cast<Sample>(total != 0 ? sums[static_cast<std::size_t>(c)] / total : 0);
+            pixel[c] = static_cast<Sample>(divisor.Divide(sums[static_cast<std::size_t>(c)]));
         }
         pixel[Layout::Samples - 1] = static_cast<Sample>(total / (Count * Count));
     } else {
@@ -77,8 +67,8 @@ template <class Layout, std::uint32_t Count> void Resample(const ResizeJob& job)
     const std::uint32_t rows = job.Destination.GetHeight();
     const std::uint32_t width = job.Destination.GetWidth();
     const std::vector<std::size_t> columns = ColumnOffsets<Layout, Count>(job);
-    const std::vector<std::size_t> sourceRows =
-        SampleIndices<Count>(job.Source.GetHeight(), job.NewHeight, job.CropTop, rows);
+    const std::vector<std::uint32_t> sourceRows =
+        SampleIndices(job.Source.GetHeight(), job.NewHeight, Count, job.CropTop, rows);
     job.Team.Prepare(rows);
     job.Team.Run(rows, 1, [&](RowTeam::Member& member, std::uint32_t first, std::uint32_t end) {
         for (std::uint32_t y = first; y < end; ++y) {
@@ -87,7 +77,7 @@ template <class Layout, std::uint32_t Count> void Resample(const ResizeJob& job)
             }
             std::array<const Sample*, Count> from{};
             for (std::uint32_t k = 0; k < Count; ++k) {
-                const auto index = static_cast<std::uint32_t>(sourceRows[std::size_t{y} * Count + k]);
+                const std::uint32_t index = sourceRows[std::size_t{y} * Count + k];
                 from[k] = reinterpret_cast<const Sample*>(job.Source.GetScanlineRef(index));
             }
             auto* const row = reinterpret_cast<Sample*>(job.Destination.GetScanlineRef(y));

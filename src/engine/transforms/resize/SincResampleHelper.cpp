@@ -32,13 +32,20 @@ std::uint32_t HalfTaps(std::uint32_t sourceSize, double ratio) {
     return static_cast<std::uint32_t>(std::min(1.0 + std::trunc(3.0 * ratio), static_cast<double>(limit)));
 }
 
+/// A source of one pixel leaves no taps, and the nearest pixel stands for the sum.
+std::uint32_t TapsOfHalf(std::uint32_t half) { return half == 0 ? 1 : 2 * half - 1; }
+
 } // namespace
+
+std::uint32_t SincResampleHelper::TapCount(std::uint32_t sourceSize, std::uint32_t newSize) {
+    return TapsOfHalf(HalfTaps(sourceSize, AxisRatio(sourceSize, newSize)));
+}
 
 TapAxis<double> SincResampleHelper::CreateAxis(std::uint32_t sourceSize, std::uint32_t newSize,
                                                std::uint32_t cropStart, std::uint32_t count) {
     const double ratio = AxisRatio(sourceSize, newSize);
     const std::uint32_t half = HalfTaps(sourceSize, ratio);
-    const std::uint32_t taps = half == 0 ? 1 : 2 * half - 1;
+    const std::uint32_t taps = TapsOfHalf(half);
     const std::int64_t centre = taps / 2;
     const double step = 0.5 / std::max(ratio, 1.0);
     TapAxis<double> axis(count, taps);
@@ -46,7 +53,6 @@ TapAxis<double> SincResampleHelper::CreateAxis(std::uint32_t sourceSize, std::ui
     for (std::uint32_t i = 0; i < count; ++i) {
         const double position = static_cast<double>(std::uint64_t{cropStart} + i) * ratio;
         const std::int64_t first = static_cast<std::int64_t>(position + 0.5) - centre;
-        // A source of one pixel leaves no taps, and the nearest pixel stands for the sum.
         axis.Copies[i] = half == 0 ? 1 : 0;
         const double start = (static_cast<double>(first) - position) * step;
         double sum = 0.0;

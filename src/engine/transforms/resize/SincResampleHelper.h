@@ -14,6 +14,9 @@ public:
     /// count, not at the end of the third lobe.
     static double Kernel(double x);
 
+    /// The most taps that a position can have, at least 1.
+    static std::uint32_t TapCount(std::uint32_t sourceSize, std::uint32_t newSize);
+
     /// The weights of `count` positions from `cropStart` on. Taps outside the source do not count, and those inside are
     /// divided by their own sum, so that edges are neither darkened nor repeated.
     static TapAxis<double> CreateAxis(std::uint32_t sourceSize, std::uint32_t newSize, std::uint32_t cropStart,
