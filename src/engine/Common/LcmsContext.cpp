@@ -30,7 +30,7 @@ void* RasterloomLcmsMalloc(cmsContext hContext, cmsUInt32Number size) noexcept {
     if (owner != nullptr && !owner->Claim(size)) {
         return nullptr;
     }
-    // Zeroed: the library counts the units of a text and leaves the rest behind pairs of them as it found it.
+    // Zeroed: where a text has characters beyond the first plane, the library takes it for longer than what it wrote.
     auto* const head = static_cast<BlockHead*>(std::calloc(1, sizeof(BlockHead) + size));
     if (head == nullptr) {
         if (owner != nullptr) {

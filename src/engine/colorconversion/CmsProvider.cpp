@@ -17,6 +17,13 @@ std::string& Require(std::string* pResult, const char* name) {
     return *pResult;
 }
 
+/// Puts what `question` answers into the result, which is checked before the file is opened.
+void Answer(std::string* pResult, const char* name, const std::string& profileName,
+            std::string (LcmsProfile::*question)() const) {
+    std::string& result = Require(pResult, name);
+    result = (LcmsProfile(profileName).*question)();
+}
+
 } // namespace
 
 std::uint32_t CmsProvider::GetDeviceClass(const std::string& profileName) {
@@ -28,35 +35,37 @@ std::uint32_t CmsProvider::GetProfileColorSpace(const std::string& profileName) 
 }
 
 void CmsProvider::GetProfileName(const std::string& profileName, std::string* pstrName) {
-    Require(pstrName, "pstrName") = LcmsProfile(profileName).GetName();
+    Answer(pstrName, "pstrName", profileName, &LcmsProfile::GetName);
 }
 
 void CmsProvider::GetProfileDescription(const std::string& profileName, std::string* pstrDescription) {
-    Require(pstrDescription, "pstrDescription") = LcmsProfile(profileName).GetDescription();
+    Answer(pstrDescription, "pstrDescription", profileName, &LcmsProfile::GetDescription);
 }
 
 void CmsProvider::GetProfileInfo(const std::string& profileName, std::string* pstrInfo) {
-    Require(pstrInfo, "pstrInfo") = LcmsProfile(profileName).GetInfo();
+    Answer(pstrInfo, "pstrInfo", profileName, &LcmsProfile::GetInfo);
 }
 
 void CmsProvider::GetProfileManufacturer(const std::string& profileName, std::string* pstrManufacturer) {
-    Require(pstrManufacturer, "pstrManufacturer") = LcmsProfile(profileName).GetManufacturer();
+    Answer(pstrManufacturer, "pstrManufacturer", profileName, &LcmsProfile::GetManufacturer);
 }
 
 void CmsProvider::GetProfileModel(const std::string& profileName, std::string* pstrModel) {
-    Require(pstrModel, "pstrModel") = LcmsProfile(profileName).GetModel();
+    Answer(pstrModel, "pstrModel", profileName, &LcmsProfile::GetModel);
 }
 
 void CmsProvider::GetProfileCopyright(const std::string& profileName, std::string* pstrCopyright) {
-    Require(pstrCopyright, "pstrCopyright") = LcmsProfile(profileName).GetCopyright();
+    Answer(pstrCopyright, "pstrCopyright", profileName, &LcmsProfile::GetCopyright);
 }
 
 void CmsProvider::GetColorProfilesDirectory(std::string* pstrPath) {
-    Require(pstrPath, "pstrPath") = GetSystemProfileDirectory().string();
+    std::string& path = Require(pstrPath, "pstrPath");
+    path = GetSystemProfileDirectory().string();
 }
 
 void CmsProvider::GetSRgbFilePath(std::string* pstrPath) {
-    Require(pstrPath, "pstrPath") = GetSRgbProfile()->GetPath().string();
+    std::string& path = Require(pstrPath, "pstrPath");
+    path = GetSRgbProfile()->GetPath().string();
 }
 
 std::unique_ptr<CmsProvider> CreateCmsProvider(ColorManagementEngine engine) {
