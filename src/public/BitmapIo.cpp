@@ -42,6 +42,15 @@ void LoadFirstFrame(Bitmap& bitmap, const Source& source, Get get) {
     get(*reader->LoadFrame(0));
 }
 
+void GetThumbnail(Bitmap& bitmap, Codecs::IFrame& frame, std::int32_t width, std::int32_t height,
+                  Transforms::InterpolationMode interpolationMode) {
+    if (auto* const own = dynamic_cast<Codecs::Frame*>(&frame)) {
+        own->GetThumbnail(&bitmap, width, height, interpolationMode);
+    } else {
+        frame.GetThumbnail(&bitmap, width, height);
+    }
+}
+
 /// `writer` is open.
 void SaveFrame(Bitmap& bitmap, Codecs::IFormatWriter& writer, Codecs::IFrame& frame) {
     const CodecLink link(bitmap, writer);
@@ -102,6 +111,22 @@ void Bitmap::LoadThumbnail(const std::filesystem::path& fileName, std::int32_t w
 void Bitmap::LoadThumbnail(const std::shared_ptr<Host::Stream>& stream, std::int32_t width, std::int32_t height) {
     CheckNotDisposed();
     LoadFirstFrame(*this, stream, [&](Codecs::IFrame& frame) { frame.GetThumbnail(this, width, height); });
+}
+
+void Bitmap::LoadThumbnail(const std::filesystem::path& fileName, std::int32_t width, std::int32_t height,
+                           Transforms::InterpolationMode interpolationMode) {
+    CheckNotDisposed();
+    LoadFirstFrame(*this, fileName, [&](Codecs::IFrame& frame) {
+        GetThumbnail(*this, frame, width, height, interpolationMode);
+    });
+}
+
+void Bitmap::LoadThumbnail(const std::shared_ptr<Host::Stream>& stream, std::int32_t width, std::int32_t height,
+                           Transforms::InterpolationMode interpolationMode) {
+    CheckNotDisposed();
+    LoadFirstFrame(*this, stream, [&](Codecs::IFrame& frame) {
+        GetThumbnail(*this, frame, width, height, interpolationMode);
+    });
 }
 
 void Bitmap::Save(const std::filesystem::path& fileName) {

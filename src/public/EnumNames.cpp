@@ -160,6 +160,18 @@ constexpr auto ResizeModeNames = [] {
     });
 }();
 
+constexpr auto RotateFlipTypeNames = [] {
+    using E = Host::RotateFlipType;
+    return std::to_array<EnumName<E>>({
+        RASTERLOOM_NAME(RotateNoneFlipNone) RASTERLOOM_NAME(Rotate90FlipNone) RASTERLOOM_NAME(Rotate180FlipNone)
+        RASTERLOOM_NAME(Rotate270FlipNone) RASTERLOOM_NAME(RotateNoneFlipX) RASTERLOOM_NAME(Rotate90FlipX)
+        RASTERLOOM_NAME(Rotate180FlipX) RASTERLOOM_NAME(Rotate270FlipX) RASTERLOOM_NAME(RotateNoneFlipY)
+        RASTERLOOM_NAME(Rotate90FlipY) RASTERLOOM_NAME(Rotate180FlipY) RASTERLOOM_NAME(Rotate270FlipY)
+        RASTERLOOM_NAME(RotateNoneFlipXY) RASTERLOOM_NAME(Rotate90FlipXY) RASTERLOOM_NAME(Rotate180FlipXY)
+        RASTERLOOM_NAME(Rotate270FlipXY)
+    });
+}();
+
 constexpr auto ActionTypeNames = [] {
     using E = Codecs::ActionType;
     return std::to_array<EnumName<E>>({
@@ -267,6 +279,10 @@ std::span<const EnumName<Transforms::InterpolationMode>> EnumNames<Transforms::I
 template <>
 std::span<const EnumName<Transforms::ResizeMode>> EnumNames<Transforms::ResizeMode>() {
     return ResizeModeNames;
+}
+template <>
+std::span<const EnumName<Host::RotateFlipType>> EnumNames<Host::RotateFlipType>() {
+    return RotateFlipTypeNames;
 }
 template <>
 std::span<const EnumName<Codecs::ActionType>> EnumNames<Codecs::ActionType>() {

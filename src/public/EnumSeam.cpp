@@ -8,6 +8,7 @@
 #include "metadata/FileFormat.h"
 #include "metadata/MetaDataTypes.h"
 #include "metadata/Xmp/XMPNodeType.h"
+#include "transforms/FlipAndRotateTransform.h"
 
 #include <Corvane/Rasterloom/Codecs/CompressionType.h>
 #include <Corvane/Rasterloom/Codecs/DisposalMethod.h>
@@ -18,6 +19,7 @@
 #include <Corvane/Rasterloom/ColorQuantizationAlgorithm.h>
 #include <Corvane/Rasterloom/ColorTransformationIntent.h>
 #include <Corvane/Rasterloom/DitheringType.h>
+#include <Corvane/Rasterloom/Host/RotateFlipType.h>
 #include <Corvane/Rasterloom/PixelFormat.h>
 #include <Corvane/Rasterloom/Transforms/InterpolationMode.h>
 #include <Corvane/Rasterloom/Unit.h>
@@ -176,6 +178,15 @@ RASTERLOOM_SAME_VALUE(Transforms::InterpolationMode, InterpolationMode, SplineFi
 RASTERLOOM_SAME_VALUE(Transforms::InterpolationMode, InterpolationMode, Lanczos3Filter);
 RASTERLOOM_SAME_VALUE(Transforms::InterpolationMode, InterpolationMode, MitchellFilter);
 RASTERLOOM_SAME_VALUE(Transforms::InterpolationMode, InterpolationMode, ScaleToGray);
+
+RASTERLOOM_SAME_VALUE(Host::RotateFlipType, RotateFlipType, RotateNoneFlipNone);
+RASTERLOOM_SAME_VALUE(Host::RotateFlipType, RotateFlipType, Rotate90FlipNone);
+RASTERLOOM_SAME_VALUE(Host::RotateFlipType, RotateFlipType, Rotate180FlipNone);
+RASTERLOOM_SAME_VALUE(Host::RotateFlipType, RotateFlipType, Rotate270FlipNone);
+RASTERLOOM_SAME_VALUE(Host::RotateFlipType, RotateFlipType, RotateNoneFlipX);
+RASTERLOOM_SAME_VALUE(Host::RotateFlipType, RotateFlipType, Rotate90FlipX);
+RASTERLOOM_SAME_VALUE(Host::RotateFlipType, RotateFlipType, Rotate180FlipX);
+RASTERLOOM_SAME_VALUE(Host::RotateFlipType, RotateFlipType, Rotate270FlipX);
 
 RASTERLOOM_SAME_VALUE(Unit, LinearUnit, Pixel);
 RASTERLOOM_SAME_VALUE(Unit, LinearUnit, Inch);

@@ -10,6 +10,7 @@
 #include <Corvane/Rasterloom/Host/Stream.h>
 #include <Corvane/Rasterloom/PixelArray.h>
 #include <Corvane/Rasterloom/PixelFormat.h>
+#include <Corvane/Rasterloom/Transforms/InterpolationMode.h>
 #include <Corvane/Rasterloom/UnitConverterObject.h>
 
 #include <cstdint>
@@ -110,6 +111,12 @@ public:
     /// Reads a reduced form that fits into the box; a side of 0 follows the other. Never enlarges.
     void LoadThumbnail(const std::filesystem::path& fileName, std::int32_t width, std::int32_t height);
     void LoadThumbnail(const std::shared_ptr<Host::Stream>& stream, std::int32_t width, std::int32_t height);
+    /// The same in a mode of choice, as `Codecs::Frame::GetThumbnail` takes it. A frame that is not derived from
+    /// `Codecs::Frame` chooses by itself.
+    void LoadThumbnail(const std::filesystem::path& fileName, std::int32_t width, std::int32_t height,
+                       Transforms::InterpolationMode interpolationMode);
+    void LoadThumbnail(const std::shared_ptr<Host::Stream>& stream, std::int32_t width, std::int32_t height,
+                       Transforms::InterpolationMode interpolationMode);
     /// Writes in the format of the extension. The file is replaced when the new one is complete; a failure leaves the old
     /// file as it was.
     void Save(const std::filesystem::path& fileName);

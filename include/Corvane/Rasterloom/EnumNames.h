@@ -14,6 +14,7 @@
 #include <Corvane/Rasterloom/Codecs/DisposalMethod.h>
 #include <Corvane/Rasterloom/Codecs/LoadingMode.h>
 #include <Corvane/Rasterloom/Codecs/XmpNodeType.h>
+#include <Corvane/Rasterloom/Host/RotateFlipType.h>
 #include <Corvane/Rasterloom/PixelFormat.h>
 #include <Corvane/Rasterloom/SynchronizationMode.h>
 #include <Corvane/Rasterloom/ThreadPriority.h>
@@ -71,6 +72,8 @@ template <>
 RASTERLOOM_API std::span<const EnumName<Transforms::InterpolationMode>> EnumNames<Transforms::InterpolationMode>();
 template <>
 RASTERLOOM_API std::span<const EnumName<Transforms::ResizeMode>> EnumNames<Transforms::ResizeMode>();
+template <>
+RASTERLOOM_API std::span<const EnumName<Host::RotateFlipType>> EnumNames<Host::RotateFlipType>();
 template <>
 RASTERLOOM_API std::span<const EnumName<Codecs::ActionType>> EnumNames<Codecs::ActionType>();
 template <>

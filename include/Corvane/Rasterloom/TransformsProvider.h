@@ -1,6 +1,9 @@
 #pragma once
 
 #include <Corvane/Rasterloom/BitmapProvider.h>
+#include <Corvane/Rasterloom/Color.h>
+#include <Corvane/Rasterloom/Host/Geometry.h>
+#include <Corvane/Rasterloom/Host/RotateFlipType.h>
 #include <Corvane/Rasterloom/Transforms/InterpolationMode.h>
 #include <Corvane/Rasterloom/Transforms/ResizeMode.h>
 
@@ -22,6 +25,23 @@ public:
                 Transforms::InterpolationMode interpolationMode = Transforms::InterpolationMode::MediumQuality,
                 Transforms::ResizeMode resizeMode = Transforms::ResizeMode::Resize);
     void Resize(std::int32_t width, std::int32_t height, Transforms::ResizeMode resizeMode);
+
+    /// The rectangle is in the bitmap's `Unit` and may go beyond the bitmap; the background is transparent white where it
+    /// is not given.
+    void Crop(const Host::RectangleF& rectangle);
+    void Crop(const Host::RectangleF& rectangle, const Color& background);
+    void Crop(float left, float top, float width, float height);
+    void Crop(float left, float top, float width, float height, const Color& background);
+    void Crop(std::int32_t left, std::int32_t top, std::int32_t width, std::int32_t height);
+    void Crop(std::int32_t left, std::int32_t top, std::int32_t width, std::int32_t height, const Color& background);
+
+    void RotateAndFlip(Host::RotateFlipType mode);
+
+    /// In degrees, clockwise; the background is transparent white where it is not given.
+    void Rotate(float angle,
+                Transforms::InterpolationMode interpolationMode = Transforms::InterpolationMode::MediumQuality);
+    void Rotate(float angle, const Color& backgroundColor,
+                Transforms::InterpolationMode interpolationMode = Transforms::InterpolationMode::MediumQuality);
 };
 
 } // namespace Corvane::Rasterloom

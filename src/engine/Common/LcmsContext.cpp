@@ -30,7 +30,8 @@ void* RasterloomLcmsMalloc(cmsContext hContext, cmsUInt32Number size) noexcept {
     if (owner != nullptr && !owner->Claim(size)) {
         return nullptr;
     }
-    auto* const head = static_cast<BlockHead*>(std::malloc(sizeof(BlockHead) + size));
+    // Zeroed: the library counts the units of a text and leaves the rest behind pairs of them as it found it.
+    auto* const head = static_cast<BlockHead*>(std::calloc(1, sizeof(BlockHead) + size));
     if (head == nullptr) {
         if (owner != nullptr) {
             owner->GiveBack(size);

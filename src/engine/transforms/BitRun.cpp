@@ -19,6 +19,26 @@ void WriteBits(std::uint8_t* destination, std::uint32_t bit, std::uint32_t count
     *destination = static_cast<std::uint8_t>((*destination & ~mask) | ((bits >> bit) & mask));
 }
 
+/// Eight bytes as the number whose highest bit is the first one.
+std::uint64_t LoadBits(const std::uint8_t* source) {
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, source, sizeof(bits));
+    return __builtin_bswap64(bits);
+}
+
+/// Whole bytes of the destination, from bit `from` (1 to 7) of the first byte of the source on.
+void CopyShiftedBytes(const std::uint8_t* source, std::uint32_t from, std::uint8_t* destination, std::uint64_t count) {
+    std::uint64_t i = 0;
+    for (; i + 8 <= count; i += 8) {
+        const std::uint64_t next = source[i + 8];
+        const std::uint64_t bits = __builtin_bswap64((LoadBits(source + i) << from) | (next >> (8 - from)));
+        std::memcpy(destination + i, &bits, sizeof(bits));
+    }
+    for (; i < count; ++i) {
+        destination[i] = static_cast<std::uint8_t>((source[i] << from) | (source[i + 1] >> (8 - from)));
+    }
+}
+
 } // namespace
 
 void CopyBits(const std::uint8_t* source, std::uint64_t sourceBit, std::uint8_t* destination,
@@ -34,12 +54,10 @@ void CopyBits(const std::uint8_t* source, std::uint64_t sourceBit, std::uint8_t*
         count -= head;
     }
     const std::uint64_t bytes = count / 8;
-    if (bytes != 0 && from == 0) {
+    if (from != 0) {
+        CopyShiftedBytes(source, from, destination, bytes);
+    } else if (bytes != 0) {
         std::memcpy(destination, source, bytes);
-    } else {
-        for (std::uint64_t i = 0; i < bytes; ++i) {
-            destination[i] = static_cast<std::uint8_t>((source[i] << from) | (source[i + 1] >> (8 - from)));
-        }
     }
     if (const auto tail = static_cast<std::uint32_t>(count % 8); tail != 0) {
         WriteBits(destination + bytes, 0, tail, ReadBits(source + bytes, from, tail));

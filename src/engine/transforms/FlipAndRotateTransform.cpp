@@ -1,10 +1,9 @@
 #include "transforms/FlipAndRotateTransform.h"
 
+#include "transforms/BitRun.h"
 #include "transforms/FormatSets.h"
 #include "transforms/geometry/PixelReversal.h"
 #include "transforms/geometry/Transposition.h"
-
-#include <cstring>
 
 namespace ImagingFramework {
 
@@ -53,13 +52,13 @@ void FlipAndRotateTransform::CopyRows(bool reverseColumns, bool reverseRows) {
     InitializeDestination(true, width, height, m_enSourceFormat);
     PrepareProgress(height);
     PixelReversal reversal(m_enSourceFormat, width);
-    const std::size_t rowSize = m_pSource->GetRowSize();
+    const std::uint64_t rowBits = std::uint64_t{width} * PixelFormatSize(m_enSourceFormat);
     for (std::uint32_t y = 0; y < height; ++y) {
         const std::uint8_t* const source = m_pSource->GetScanlineRef(reverseRows ? height - 1 - y : y);
         if (reverseColumns) {
             reversal.Reverse(source, m_pDestination->GetScanlineRef(y));
         } else {
-            std::memcpy(m_pDestination->GetScanlineRef(y), source, rowSize);
+            CopyBits(source, 0, m_pDestination->GetScanlineRef(y), 0, rowBits);
         }
         UpdateEvents(1);
     }

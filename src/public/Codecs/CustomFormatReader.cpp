@@ -140,6 +140,10 @@ std::int32_t CustomFormatReader::GetFrameIndexToLoad() const noexcept {
 std::int32_t CustomFormatReader::GetThumbnailWidthToLoad() const noexcept { return get__ThumbnailWidth(); }
 std::int32_t CustomFormatReader::GetThumbnailHeightToLoad() const noexcept { return get__ThumbnailHeight(); }
 
+Transforms::InterpolationMode CustomFormatReader::GetThumbnailInterpolationToLoad() const noexcept {
+    return get__ThumbnailInterpolation();
+}
+
 LoadingMode CustomFormatReader::GetLoadingMode() const noexcept {
     return get__ActionType() == ActionType::ThumbnailLoading ? LoadingMode::Thumbnail : LoadingMode::Bitmap;
 }

@@ -182,27 +182,33 @@ void FormatReader::_OnFrameLoadProperty(Frame& frame, FrameProperty property) {
 
 // --- Loading
 
-ActionType FormatReader::get__ActionType() const noexcept { return m_pImpl->m_enActionType; }
-Frame* FormatReader::get__LoadingFrame() const noexcept { return m_pImpl->m_pLoadingFrame; }
-std::int32_t FormatReader::get__ThumbnailWidth() const noexcept { return m_pImpl->m_intThumbnailWidth; }
-std::int32_t FormatReader::get__ThumbnailHeight() const noexcept { return m_pImpl->m_intThumbnailHeight; }
+ActionType FormatReader::get__ActionType() const noexcept { return m_pImpl->m_loading.m_enActionType; }
+Frame* FormatReader::get__LoadingFrame() const noexcept { return m_pImpl->m_loading.m_pFrame; }
+std::int32_t FormatReader::get__ThumbnailWidth() const noexcept { return m_pImpl->m_loading.m_intThumbnailWidth; }
+std::int32_t FormatReader::get__ThumbnailHeight() const noexcept { return m_pImpl->m_loading.m_intThumbnailHeight; }
 
-void FormatReader::_FrameLoadBitmap(Frame& frame) { StartLoading(frame, ActionType::BitmapLoading, 0, 0); }
-
-void FormatReader::_FrameLoadThumbnail(Frame& frame, std::int32_t width, std::int32_t height) {
-    StartLoading(frame, ActionType::ThumbnailLoading, width, height);
+Transforms::InterpolationMode FormatReader::get__ThumbnailInterpolation() const noexcept {
+    return m_pImpl->m_loading.m_enThumbnailInterpolation;
 }
 
-void FormatReader::StartLoading(Frame& frame, ActionType action, std::int32_t width, std::int32_t height) {
+void FormatReader::_FrameLoadBitmap(Frame& frame) { StartLoading({ActionType::BitmapLoading, &frame}); }
+
+void FormatReader::_FrameLoadThumbnail(Frame& frame, std::int32_t width, std::int32_t height,
+                                       const Transforms::InterpolationMode* pInterpolationMode) {
+    Loading loading{ActionType::ThumbnailLoading, &frame, width, height};
+    if (pInterpolationMode != nullptr) {
+        loading.m_enThumbnailInterpolation = *pInterpolationMode;
+    }
+    StartLoading(loading);
+}
+
+void FormatReader::StartLoading(const Loading& loading) {
     Lock();
     m_pImpl->m_bLoadHoldsLock = true;
     try {
         CheckNotDisposed();
-        CheckFrameParams(&frame);
-        m_pImpl->m_enActionType = action;
-        m_pImpl->m_pLoadingFrame = &frame;
-        m_pImpl->m_intThumbnailWidth = width;
-        m_pImpl->m_intThumbnailHeight = height;
+        CheckFrameParams(loading.m_pFrame);
+        m_pImpl->m_loading = loading;
         StartThread();
     } catch (...) {
         EndLoading(); // a start that failed does not come to the end of the work, which gives the lock back
@@ -215,8 +221,8 @@ void FormatReader::EndLoading() noexcept {
     if (!std::exchange(m_pImpl->m_bLoadHoldsLock, false)) {
         return;
     }
-    m_pImpl->m_enActionType = ActionType::None;
-    m_pImpl->m_pLoadingFrame = nullptr;
+    m_pImpl->m_loading.m_enActionType = ActionType::None;
+    m_pImpl->m_loading.m_pFrame = nullptr;
     m_pImpl->m_pRaster.reset();
     Unlock();
 }
@@ -231,10 +237,12 @@ void FormatReader::ThreadProc() {
 
 std::unique_ptr<engine::BitmapData> FormatReader::_LoadRaster() {
     engine::MetaData& metaData = *m_pCodec->m_pMetaData;
-    const bool thumbnail = m_pImpl->m_enActionType == ActionType::ThumbnailLoading;
+    const Loading& loading = m_pImpl->m_loading;
+    const bool thumbnail = loading.m_enActionType == ActionType::ThumbnailLoading;
     engine::ItemTag tag(thumbnail ? engine::MetaDataId::FrameThumbnail : engine::MetaDataId::FrameBitmap);
-    tag.SetThumbnailWidth(static_cast<std::uint32_t>(m_pImpl->m_intThumbnailWidth));
-    tag.SetThumbnailHeight(static_cast<std::uint32_t>(m_pImpl->m_intThumbnailHeight));
+    tag.SetThumbnailWidth(static_cast<std::uint32_t>(loading.m_intThumbnailWidth));
+    tag.SetThumbnailHeight(static_cast<std::uint32_t>(loading.m_intThumbnailHeight));
+    tag.SetThumbnailInterpolation(static_cast<engine::InterpolationMode>(loading.m_enThumbnailInterpolation));
     struct EventsOfRun {
         FormatReader& Reader;
         engine::MetaData& Target;
@@ -243,7 +251,7 @@ std::unique_ptr<engine::BitmapData> FormatReader::_LoadRaster() {
         }
         ~EventsOfRun() { Reader.ResetEventsHostSettings(&Target); }
     } const events(*this, metaData);
-    if (!_GetFrameItem(*m_pImpl->m_pLoadingFrame, tag)) {
+    if (!_GetFrameItem(*loading.m_pFrame, tag)) {
         throw UnexpectedException();
     }
     return std::unique_ptr<engine::BitmapData>(
@@ -254,10 +262,10 @@ void FormatReader::OnThreadStopping(const std::exception_ptr& exception) {
     std::exception_ptr failure;
     try {
         auto raster = std::move(m_pImpl->m_pRaster);
-        Frame* const frame = std::exchange(m_pImpl->m_pLoadingFrame, nullptr);
+        Frame* const frame = std::exchange(m_pImpl->m_loading.m_pFrame, nullptr);
         if (frame != nullptr && (exception || !raster)) {
             frame->_LoadingFailed();
-        } else if (frame != nullptr && m_pImpl->m_enActionType == ActionType::ThumbnailLoading) {
+        } else if (frame != nullptr && m_pImpl->m_loading.m_enActionType == ActionType::ThumbnailLoading) {
             frame->_ThumbnailLoadingComplete(std::move(raster));
         } else if (frame != nullptr) {
             frame->_BitmapLoadingComplete(std::move(raster));

@@ -9,6 +9,15 @@
 
 namespace Corvane::Rasterloom::Codecs {
 
+/// What is to be loaded; the sizes are those of a thumbnail's box.
+struct FormatReader::Loading {
+    ActionType m_enActionType = ActionType::None;
+    Frame* m_pFrame = nullptr;
+    std::int32_t m_intThumbnailWidth = 0;
+    std::int32_t m_intThumbnailHeight = 0;
+    Transforms::InterpolationMode m_enThumbnailInterpolation = Transforms::InterpolationMode::Anisotropic4;
+};
+
 /// The fields of a `FormatReader`.
 struct FormatReader::Impl {
     explicit Impl(FormatReader* pReader) : m_pLink(std::make_shared<ObjectLink<FormatReader>>(pReader)) {}
@@ -21,10 +30,7 @@ struct FormatReader::Impl {
 
     // The load under way.
     bool m_bLoadHoldsLock = false;
-    ActionType m_enActionType = ActionType::None;
-    Frame* m_pLoadingFrame = nullptr;
-    std::int32_t m_intThumbnailWidth = 0;
-    std::int32_t m_intThumbnailHeight = 0;
+    Loading m_loading;
     std::unique_ptr<ImagingFramework::BitmapData> m_pRaster;
 };
 

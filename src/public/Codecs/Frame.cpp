@@ -4,6 +4,7 @@
 #include "FormatReaderImpl.h"
 #include "ObjectGuard.h"
 #include "ThumbnailMaker.h"
+#include "Validator.h"
 
 #include <Corvane/Rasterloom/Codecs/EncoderOptions.h>
 #include <Corvane/Rasterloom/Exceptions.h>
@@ -297,7 +298,30 @@ void Frame::GetBitmap(Bitmap* bitmap) {
     });
 }
 
+namespace {
+
+void CheckThumbnailMode(Transforms::InterpolationMode mode) {
+    using enum Transforms::InterpolationMode;
+    Validator::ValidateEnum("interpolationMode", mode);
+    if (mode != NearestNeighbour && mode != Anisotropic4 && mode != Anisotropic9 && mode != Lanczos3Filter) {
+        throw Host::ArgumentException("Specified interpolation mode is not supported.", "interpolationMode");
+    }
+}
+
+} // namespace
+
 void Frame::GetThumbnail(Bitmap* bitmap, std::int32_t width, std::int32_t height) {
+    LoadThumbnail(bitmap, width, height, nullptr);
+}
+
+void Frame::GetThumbnail(Bitmap* bitmap, std::int32_t width, std::int32_t height,
+                         Transforms::InterpolationMode interpolationMode) {
+    CheckThumbnailMode(interpolationMode);
+    LoadThumbnail(bitmap, width, height, &interpolationMode);
+}
+
+void Frame::LoadThumbnail(Bitmap* bitmap, std::int32_t width, std::int32_t height,
+                          const Transforms::InterpolationMode* pInterpolationMode) {
     if (bitmap == nullptr) {
         throw Host::ArgumentNullException("bitmap");
     }
@@ -315,13 +339,13 @@ void Frame::GetThumbnail(Bitmap* bitmap, std::int32_t width, std::int32_t height
         if (impl.m_pBitmap) {
             impl.m_pBitmap->ThrowIfEmpty();
             LoadFromOwn(*bitmap, BitmapChange::LoadThumbnail,
-                        MakeThumbnail(impl.m_pBitmap->get__InternalBitmapData(), width, height));
+                        MakeThumbnail(impl.m_pBitmap->get__InternalBitmapData(), width, height, pInterpolationMode));
             return;
         }
         FormatReader& reader = RequireReader();
         LockLoadingBitmap(*bitmap, BitmapChange::LoadThumbnail);
         try {
-            reader._FrameLoadThumbnail(*this, width, height);
+            reader._FrameLoadThumbnail(*this, width, height, pInterpolationMode);
         } catch (...) {
             _LoadingFailed();
             throw;

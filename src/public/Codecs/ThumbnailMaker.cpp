@@ -36,7 +36,8 @@ std::unique_ptr<engine::BitmapData> Convert(const engine::BitmapData& source, en
     return result;
 }
 
-std::unique_ptr<engine::BitmapData> Make(const engine::BitmapData& source, std::uint32_t width, std::uint32_t height) {
+std::unique_ptr<engine::BitmapData> Make(const engine::BitmapData& source, std::uint32_t width, std::uint32_t height,
+                                         const Transforms::InterpolationMode* pInterpolationMode) {
     engine::IFrameDecoderImpl::CalculateThumbnailDimensions(source.GetWidth(), source.GetHeight(), width, height);
     std::unique_ptr<engine::BitmapData> expanded;
     if (const auto format = ContinuousFormat(source); format != source.GetPixelFormat()) {
@@ -45,6 +46,9 @@ std::unique_ptr<engine::BitmapData> Make(const engine::BitmapData& source, std::
     engine::ResizeTransform resize;
     resize.SetWidth(width);
     resize.SetHeight(height);
+    if (pInterpolationMode != nullptr) {
+        resize.SetInterpolationMode(static_cast<engine::InterpolationMode>(*pInterpolationMode));
+    }
     std::unique_ptr<engine::BitmapData> result;
     resize.ApplyTransform(expanded ? expanded.get() : &source, nullptr, result);
     return result;
@@ -53,9 +57,11 @@ std::unique_ptr<engine::BitmapData> Make(const engine::BitmapData& source, std::
 } // namespace
 
 std::unique_ptr<engine::BitmapData> MakeThumbnail(const engine::BitmapData& source, std::int32_t width,
-                                                  std::int32_t height) {
-    return CallEngine(
-        [&] { return Make(source, static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height)); });
+                                                  std::int32_t height,
+                                                  const Transforms::InterpolationMode* pInterpolationMode) {
+    return CallEngine([&] {
+        return Make(source, static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height), pInterpolationMode);
+    });
 }
 
 } // namespace Corvane::Rasterloom::Codecs

@@ -56,6 +56,8 @@ protected:
     /// The box of the thumbnail, 0 for a free side.
     std::int32_t GetThumbnailWidthToLoad() const noexcept;
     std::int32_t GetThumbnailHeightToLoad() const noexcept;
+    /// How it is to be reduced.
+    Transforms::InterpolationMode GetThumbnailInterpolationToLoad() const noexcept;
     LoadingMode GetLoadingMode() const noexcept;
     /// Null outside `LoadFrameBitmap`.
     CustomFrame* GetLoadingFrame() const noexcept;

@@ -3,6 +3,7 @@
 #include <Corvane/Rasterloom/Codecs/ActionType.h>
 #include <Corvane/Rasterloom/Codecs/FormatCodec.h>
 #include <Corvane/Rasterloom/Codecs/FramesEnumerator.h>
+#include <Corvane/Rasterloom/Transforms/InterpolationMode.h>
 
 namespace ImagingFramework {
 class BitmapData;
@@ -41,7 +42,9 @@ public:
     /// Puts a property into the frame's cell.
     void _FrameLoadProperty(Frame& frame, FrameProperty property);
     void _FrameLoadBitmap(Frame& frame);
-    void _FrameLoadThumbnail(Frame& frame, std::int32_t width, std::int32_t height);
+    /// Null stands for `Anisotropic4`.
+    void _FrameLoadThumbnail(Frame& frame, std::int32_t width, std::int32_t height,
+                             const Transforms::InterpolationMode* pInterpolationMode);
 
     struct Impl;
     Impl& get__Impl() const noexcept { return *m_pImpl; }
@@ -76,6 +79,7 @@ protected:
     Frame* get__LoadingFrame() const noexcept;
     std::int32_t get__ThumbnailWidth() const noexcept;
     std::int32_t get__ThumbnailHeight() const noexcept;
+    Transforms::InterpolationMode get__ThumbnailInterpolation() const noexcept;
 
     /// A copy of a stream that cannot seek.
     std::shared_ptr<Host::Stream> _PrepareStream(const std::shared_ptr<Host::Stream>& stream) override;
@@ -86,7 +90,8 @@ protected:
 
 private:
     std::shared_ptr<ColorProfile> LoadColorProfile(const Frame& frame);
-    void StartLoading(Frame& frame, ActionType action, std::int32_t width, std::int32_t height);
+    struct Loading;
+    void StartLoading(const Loading& loading);
     void EndLoading() noexcept;
 
     std::unique_ptr<Impl> m_pImpl;

@@ -3,6 +3,7 @@
 #include <Corvane/Rasterloom/BitmapChange.h>
 #include <Corvane/Rasterloom/Codecs/IFrame.h>
 #include <Corvane/Rasterloom/LockableObject.h>
+#include <Corvane/Rasterloom/Transforms/InterpolationMode.h>
 
 namespace ImagingFramework {
 class BitmapData;
@@ -50,6 +51,11 @@ public:
     void GetBitmap(Bitmap* bitmap) override;
     void SetBitmap(Bitmap* bitmap) override;
     void GetThumbnail(Bitmap* bitmap, std::int32_t width, std::int32_t height) override;
+    /// The same, reduced in a mode of choice: `NearestNeighbour`, `Anisotropic4` (what a file's thumbnails are made with
+    /// otherwise), `Anisotropic9` or `Lanczos3Filter`. Any other fails with `Host::ArgumentException`
+    /// ("interpolationMode").
+    void GetThumbnail(Bitmap* bitmap, std::int32_t width, std::int32_t height,
+                      Transforms::InterpolationMode interpolationMode);
     void ImportEncoderOptions(const EncoderOptions* options) override;
     void ExportEncoderOptions(EncoderOptions* options) override;
     std::unique_ptr<EncoderOptions> ExportEncoderOptions() override;
@@ -97,6 +103,9 @@ private:
     friend class FormatReader;
 
     void LoadFromOwn(Bitmap& bitmap, BitmapChange change, std::unique_ptr<ImagingFramework::BitmapData> raster);
+    /// With null the mode is that of whoever does the work.
+    void LoadThumbnail(Bitmap* bitmap, std::int32_t width, std::int32_t height,
+                       const Transforms::InterpolationMode* pInterpolationMode);
     void LockLoadingBitmap(Bitmap& bitmap, BitmapChange change);
     /// Attaches the raster, if there is one, gives the bitmap back and tells of the change.
     void UnlockLoadingBitmap(std::unique_ptr<ImagingFramework::BitmapData> raster);

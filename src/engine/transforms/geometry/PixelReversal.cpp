@@ -3,7 +3,6 @@
 #include "Common/VectorTarget.h"
 #include "transforms/BitRun.h"
 
-#include <array>
 #include <cstring>
 
 #undef HWY_TARGET_INCLUDE
@@ -64,24 +63,17 @@ void ReverseSized(const std::uint8_t* source, std::uint8_t* destination, std::si
     }
 }
 
-/// Each byte with its pixels of `bits` bits backwards.
-std::array<std::uint8_t, 256> MakeBackwardBytes(std::uint32_t bits) {
-    std::array<std::uint8_t, 256> table{};
-    const std::uint32_t mask = (1U << bits) - 1;
-    for (std::uint32_t byte = 0; byte < 256; ++byte) {
-        std::uint32_t backward = 0;
-        for (std::uint32_t shift = 0; shift < 8; shift += bits) {
-            backward |= ((byte >> shift) & mask) << (8 - bits - shift);
+/// Turns the pixels of `bits` bits round within each byte of `words`.
+void ReverseWithinBytes(std::vector<std::uint64_t>& words, std::uint32_t bits) {
+    const auto exchange = [](std::uint64_t word, int distance, std::uint64_t mask) {
+        return ((word >> distance) & mask) | ((word & mask) << distance);
+    };
+    for (std::uint64_t& word : words) {
+        word = exchange(word, 4, 0x0F0F0F0F0F0F0F0FU);
+        if (bits == 1) {
+            word = exchange(exchange(word, 2, 0x3333333333333333U), 1, 0x5555555555555555U);
         }
-        table[byte] = static_cast<std::uint8_t>(backward);
     }
-    return table;
-}
-
-const std::array<std::uint8_t, 256>& BackwardBytes(std::uint32_t bits) {
-    static const std::array<std::uint8_t, 256> s_single = MakeBackwardBytes(1);
-    static const std::array<std::uint8_t, 256> s_nibbles = MakeBackwardBytes(4);
-    return bits == 1 ? s_single : s_nibbles;
 }
 
 } // namespace
@@ -117,7 +109,7 @@ void ReversePixels(const std::uint8_t* source, std::uint8_t* destination, std::s
 PixelReversal::PixelReversal(PixelFormat format, std::uint32_t width)
     : m_uintWidth(width), m_uintBits(PixelFormatSize(format)) {
     if (m_uintBits < 8) {
-        m_bytes.resize(static_cast<std::size_t>(CalculateStride64(width, m_uintBits, 1)));
+        m_backwards.resize(static_cast<std::size_t>(CalculateStride64(width, m_uintBits, sizeof(std::uint64_t)) / 8));
     }
 }
 
@@ -126,12 +118,12 @@ void PixelReversal::Reverse(const std::uint8_t* source, std::uint8_t* destinatio
         ReversePixels(source, destination, m_uintWidth, m_uintBits / 8);
         return;
     }
-    const std::array<std::uint8_t, 256>& backward = BackwardBytes(m_uintBits);
-    for (std::size_t i = 0; i < m_bytes.size(); ++i) {
-        m_bytes[i] = backward[source[m_bytes.size() - 1 - i]];
-    }
     const std::uint64_t bits = std::uint64_t{m_uintWidth} * m_uintBits;
-    CopyBits(m_bytes.data(), m_bytes.size() * 8 - bits, destination, 0, bits);
+    const std::uint64_t bytes = (bits + 7) / 8;
+    auto* const backwards = reinterpret_cast<std::uint8_t*>(m_backwards.data());
+    ReversePixels(source, backwards, bytes, 1);
+    ReverseWithinBytes(m_backwards, m_uintBits);
+    CopyBits(backwards, bytes * 8 - bits, destination, 0, bits);
 }
 
 } // namespace ImagingFramework

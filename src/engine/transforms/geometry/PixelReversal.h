@@ -18,7 +18,7 @@ public:
 private:
     std::uint32_t m_uintWidth;
     std::uint32_t m_uintBits;
-    std::vector<std::uint8_t> m_bytes; ///< of packed indices: the row backwards, with its unused bits in front
+    std::vector<std::uint64_t> m_backwards; ///< bytes of packed indices: the row with its unused bits in front
 };
 
 /// The loop of `PixelReversal` for pixels of `size` bytes; with vectors where the processor has them.

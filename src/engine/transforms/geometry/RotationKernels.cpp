@@ -129,16 +129,14 @@ template <class Layout> void BlendInsideVectors(const RotationSource& source, co
     }
 }
 
-template <class Layout> RotationKernel MakePlainKernel() { return {&BlendInside<Layout>, &BlendEdge<Layout>, 1, 1, 0}; }
-
 template <class Layout> RotationKernel MakeKernel() {
-    RotationKernel kernel = MakePlainKernel<Layout>();
-    if constexpr (sizeof(typename Layout::Sample) == 1 &&
-                  (Layout::Samples == 1 || Layout::Samples == 3 || Layout::Samples == 4)) {
-        kernel.Inside = &BlendInsideVectors<Layout>;
-        kernel.MarginX = RotationMargin(Layout::Samples);
+    constexpr bool hasVectors = sizeof(typename Layout::Sample) == 1 &&
+                                (Layout::Samples == 1 || Layout::Samples == 3 || Layout::Samples == 4);
+    if constexpr (hasVectors) {
+        return {&BlendInsideVectors<Layout>, &BlendEdge<Layout>, RotationMargin(Layout::Samples), 1, 0};
+    } else {
+        return {&BlendInside<Layout>, &BlendEdge<Layout>, 1, 1, 0};
     }
-    return kernel;
 }
 
 } // namespace
@@ -150,12 +148,6 @@ RotationKernel NearestRotation(PixelFormat format) {
 RotationKernel BilinearRotation(PixelFormat format) {
     RotationKernel kernel{};
     DispatchLayout(format, [&](auto layout) { kernel = MakeKernel<decltype(layout)>(); });
-    return kernel;
-}
-
-RotationKernel PlainBilinearRotation(PixelFormat format) {
-    RotationKernel kernel{};
-    DispatchLayout(format, [&](auto layout) { kernel = MakePlainKernel<decltype(layout)>(); });
     return kernel;
 }
 

@@ -51,7 +51,5 @@ RotationKernel NearestRotation(PixelFormat format);
 /// Four neighbours, blended along the row first; the vectors of the processor take the place of the plain loop where they
 /// give the same samples faster.
 RotationKernel BilinearRotation(PixelFormat format);
-/// The plain loops alone.
-RotationKernel PlainBilinearRotation(PixelFormat format);
 
 } // namespace ImagingFramework

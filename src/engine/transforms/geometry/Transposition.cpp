@@ -1,9 +1,10 @@
 #include "transforms/geometry/Transposition.h"
 
+#include "transforms/geometry/TransposeVector.h"
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstring>
 
 namespace ImagingFramework {
 
@@ -11,22 +12,15 @@ namespace {
 
 /// Columns of a band, and rows of the source of a tile: a tile of both rasters fits the first cache.
 constexpr std::uint32_t BandColumns = 64;
-constexpr std::uint32_t TileRows = 64;
+constexpr std::uint32_t TileRows = 128;
 
-/// A block of bytes, each holding `8 / Bits` pixels: pixel `i` of byte `j` becomes pixel `j` of byte `i`.
+/// A square of pixels in bytes that hold `8 / Bits` of them each: pixel `i` of byte `j` becomes pixel `j` of byte `i`.
 template <std::uint32_t Bits>
-std::array<std::uint8_t, 8 / Bits> TransposeBlock(const std::array<std::uint8_t, 8 / Bits>& block) {
-    constexpr std::uint32_t count = 8 / Bits;
-    constexpr std::uint32_t mask = (1U << Bits) - 1;
-    std::array<std::uint8_t, count> result{};
-    for (std::uint32_t i = 0; i < count; ++i) {
-        std::uint32_t byte = 0;
-        for (std::uint32_t j = 0; j < count; ++j) {
-            byte = (byte << Bits) | ((std::uint32_t{block[j]} >> (8 - Bits - i * Bits)) & mask);
-        }
-        result[i] = static_cast<std::uint8_t>(byte);
-    }
-    return result;
+std::array<std::uint8_t, 8 / Bits> TransposeBlock(const std::array<std::uint8_t, 8 / Bits>& block);
+
+template <> std::array<std::uint8_t, 2> TransposeBlock<4>(const std::array<std::uint8_t, 2>& block) {
+    return {static_cast<std::uint8_t>((block[0] & 0xF0) | (block[1] >> 4)),
+            static_cast<std::uint8_t>((block[0] << 4) | (block[1] & 0x0F))};
 }
 
 /// 8 by 8 bits in a word, by exchanges of ever larger squares.
@@ -59,47 +53,30 @@ std::uint32_t Transposition::NextBand(std::uint32_t first) const {
 }
 
 void Transposition::FillRows(std::uint32_t first, std::uint32_t end) const {
-    switch (PixelFormatSize(m_source.GetPixelFormat())) {
+    switch (const std::uint32_t bits = PixelFormatSize(m_source.GetPixelFormat()); bits) {
     case 1:
         return FillIndexRows<1>(first, end);
     case 4:
         return FillIndexRows<4>(first, end);
-    case 8:
-        return FillPixelRows<1>(first, end);
-    case 16:
-        return FillPixelRows<2>(first, end);
-    case 24:
-        return FillPixelRows<3>(first, end);
-    case 32:
-        return FillPixelRows<4>(first, end);
-    case 40:
-        return FillPixelRows<5>(first, end);
-    case 48:
-        return FillPixelRows<6>(first, end);
-    case 64:
-        return FillPixelRows<8>(first, end);
-    case 80:
-        return FillPixelRows<10>(first, end);
     default:
-        throw UnsupportedPixelFormatException();
+        return FillPixelRows(first, end, bits / 8);
     }
 }
 
-template <std::size_t Size> void Transposition::FillPixelRows(std::uint32_t first, std::uint32_t end) const {
+void Transposition::FillPixelRows(std::uint32_t first, std::uint32_t end, std::size_t size) const {
+    const std::uint32_t firstColumn = std::min(SourceColumn(first), SourceColumn(end - 1));
+    const std::ptrdiff_t sourceStride = m_source.GetStride();
+    const std::ptrdiff_t rowStride = m_destination.GetStride();
     const std::uint32_t width = m_destination.GetWidth();
-    const std::ptrdiff_t down = m_source.GetStride();
-    const std::ptrdiff_t step = m_reverseRows ? -down : down;
     for (std::uint32_t left = 0; left < width;) {
-        const std::uint32_t count = std::min(TileRows, width - left);
-        const std::uint8_t* const corner = SourceRow(left);
-        for (std::uint32_t y = first; y < end; ++y) {
-            const std::uint8_t* const source = corner + std::size_t{SourceColumn(y)} * Size;
-            std::uint8_t* const row = m_destination.GetScanlineRef(y) + std::size_t{left} * Size;
-            for (std::uint32_t x = 0; x < count; ++x) {
-                std::memcpy(row + x * Size, source + x * step, Size);
-            }
-        }
-        left += count;
+        const std::uint32_t rows = std::min(TileRows, width - left);
+        TransposePixels({SourceRow(left) + firstColumn * size, m_reverseRows ? -sourceStride : sourceStride,
+                         // Which row a column becomes is the same question as which column a row is.
+                         m_destination.GetScanlineRef(SourceColumn(firstColumn)) + left * size,
+                         m_reverseColumns ? -rowStride : rowStride, end - first, rows,
+                         (m_source.GetWidth() - firstColumn) * size},
+                        size);
+        left += rows;
     }
 }
 
@@ -107,19 +84,24 @@ template <std::uint32_t Bits> void Transposition::FillIndexRows(std::uint32_t fi
     constexpr std::uint32_t perByte = 8 / Bits;
     const std::uint32_t width = m_destination.GetWidth();
     const std::uint32_t firstColumn = std::min(SourceColumn(first), SourceColumn(end - 1));
-    const std::uint32_t endColumn = std::max(SourceColumn(first), SourceColumn(end - 1)) + 1;
+    const std::uint32_t endColumn = firstColumn + (end - first);
     for (std::uint32_t left = 0; left < width; left += perByte) {
-        const std::uint32_t rows = std::min(perByte, width - left);
+        std::array<const std::uint8_t*, perByte> rows;
+        for (std::uint32_t i = 0; i < perByte; ++i) {
+            // What lies below the last row goes behind the last pixel and is cut off there.
+            rows[i] = SourceRow(std::min(left + i, width - 1));
+        }
+        std::uint8_t* const destination = m_destination.GetPixelsRef() + left / perByte;
         for (std::uint32_t column = firstColumn; column < endColumn; column += perByte) {
-            std::array<std::uint8_t, perByte> block{};
-            for (std::uint32_t i = 0; i < rows; ++i) {
-                block[i] = SourceRow(left + i)[column / perByte];
+            std::array<std::uint8_t, perByte> block;
+            for (std::uint32_t i = 0; i < perByte; ++i) {
+                block[i] = rows[i][column / perByte];
             }
             block = TransposeBlock<Bits>(block);
             const std::uint32_t columns = std::min(perByte, endColumn - column);
+            const auto mask = static_cast<std::uint8_t>(width - left < perByte ? 0xFF00U >> ((width - left) * Bits) : 0xFFU);
             for (std::uint32_t i = 0; i < columns; ++i) {
-                // Which row a column becomes is the same question as which column a row is.
-                m_destination.GetScanlineRef(SourceColumn(column + i))[left / perByte] = block[i];
+                destination[std::size_t{SourceColumn(column + i)} * m_destination.GetStride()] = block[i] & mask;
             }
         }
     }

@@ -19,7 +19,7 @@ public:
     void FillRows(std::uint32_t first, std::uint32_t end) const;
 
 private:
-    template <std::size_t Size> void FillPixelRows(std::uint32_t first, std::uint32_t end) const;
+    void FillPixelRows(std::uint32_t first, std::uint32_t end, std::size_t size) const;
     template <std::uint32_t Bits> void FillIndexRows(std::uint32_t first, std::uint32_t end) const;
     const std::uint8_t* SourceRow(std::uint32_t x) const {
         return m_source.GetScanlineRef(m_reverseRows ? m_source.GetHeight() - 1 - x : x);
