@@ -7,6 +7,7 @@
 #endif
 
 #include "Common/GridColorMapper.h"
+#include "Common/VectorTarget.h"
 
 #include <hwy/highway.h>
 
@@ -16,7 +17,7 @@
 
 // The scalar target, which is what stands for processors before SSSE3, has no vectors of 16 bytes; `GridColorMapper::Find`
 // serves there.
-#if HWY_TARGET != HWY_SCALAR
+#if !RASTERLOOM_PLAIN_TARGET
 
 HWY_BEFORE_NAMESPACE();
 namespace ImagingFramework::GridVector::HWY_NAMESPACE {
@@ -135,5 +136,5 @@ private:
 } // namespace ImagingFramework::GridVector::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
-#endif // HWY_TARGET != HWY_SCALAR
+#endif // !RASTERLOOM_PLAIN_TARGET
 #endif // include guard

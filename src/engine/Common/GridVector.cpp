@@ -10,7 +10,7 @@
 HWY_BEFORE_NAMESPACE();
 namespace ImagingFramework::GridVector::HWY_NAMESPACE {
 
-#if HWY_TARGET == HWY_SCALAR
+#if RASTERLOOM_PLAIN_TARGET
 
 bool MapRun(GridColorMapper&, const std::uint8_t*, std::size_t, std::uint8_t*) { return false; }
 
