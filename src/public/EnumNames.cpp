@@ -195,6 +195,14 @@ constexpr auto DisposalMethodNames = [] {
     });
 }();
 
+constexpr auto PngFilterNames = [] {
+    using E = Codecs::PngFilter;
+    return std::to_array<EnumName<E>>({
+        RASTERLOOM_NAME(Default) RASTERLOOM_NAME(None) RASTERLOOM_NAME(Sub) RASTERLOOM_NAME(Up)
+        RASTERLOOM_NAME(Average) RASTERLOOM_NAME(Paeth) RASTERLOOM_NAME(Adaptive)
+    });
+}();
+
 constexpr auto LoadingModeNames = [] {
     using E = Codecs::LoadingMode;
     return std::to_array<EnumName<E>>({
@@ -299,6 +307,10 @@ std::span<const EnumName<Codecs::DisposalMethod>> EnumNames<Codecs::DisposalMeth
 template <>
 std::span<const EnumName<Codecs::LoadingMode>> EnumNames<Codecs::LoadingMode>() {
     return LoadingModeNames;
+}
+template <>
+std::span<const EnumName<Codecs::PngFilter>> EnumNames<Codecs::PngFilter>() {
+    return PngFilterNames;
 }
 template <>
 std::span<const EnumName<Codecs::XmpNodeType>> EnumNames<Codecs::XmpNodeType>() {

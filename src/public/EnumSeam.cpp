@@ -7,12 +7,14 @@
 #include "colorconversion/Dithering.h"
 #include "metadata/FileFormat.h"
 #include "metadata/MetaDataTypes.h"
+#include "metadata/Png/PngFilter.h"
 #include "metadata/Xmp/XMPNodeType.h"
 #include "transforms/FlipAndRotateTransform.h"
 
 #include <Corvane/Rasterloom/Codecs/CompressionType.h>
 #include <Corvane/Rasterloom/Codecs/DisposalMethod.h>
 #include <Corvane/Rasterloom/Codecs/FormatManager.h>
+#include <Corvane/Rasterloom/Codecs/PngFilter.h>
 #include <Corvane/Rasterloom/Codecs/XmpNodeType.h>
 #include <Corvane/Rasterloom/ColorManagementEngine.h>
 #include <Corvane/Rasterloom/ColorPaletteType.h>
@@ -75,6 +77,14 @@ RASTERLOOM_SAME(ColorChannel, Gray);
     static_assert(static_cast<std::underlying_type_t<Public::Codecs::Enum>>(Public::Codecs::Enum::Name) ==             \
                   static_cast<std::underlying_type_t<ImagingFramework::EngineEnum>>(                                   \
                       ImagingFramework::EngineEnum::Name))
+
+RASTERLOOM_SAME_CODE(PngFilter, PngFilter, Default);
+RASTERLOOM_SAME_CODE(PngFilter, PngFilter, None);
+RASTERLOOM_SAME_CODE(PngFilter, PngFilter, Sub);
+RASTERLOOM_SAME_CODE(PngFilter, PngFilter, Up);
+RASTERLOOM_SAME_CODE(PngFilter, PngFilter, Average);
+RASTERLOOM_SAME_CODE(PngFilter, PngFilter, Paeth);
+RASTERLOOM_SAME_CODE(PngFilter, PngFilter, Adaptive);
 
 RASTERLOOM_SAME_CODE(CompressionType, FrameCompressionType, Unknown);
 RASTERLOOM_SAME_CODE(CompressionType, FrameCompressionType, None);

@@ -14,7 +14,7 @@ import subprocess
 import sys
 
 PROGRAM = sys.argv[1]
-FORMATS = ["bmp", "jpeg"]
+FORMATS = ["bmp", "jpeg", "png"]
 SECONDS = 20
 MEMORY = 4 << 30
 ONLY = sys.argv[2:]

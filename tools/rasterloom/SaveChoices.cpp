@@ -2,6 +2,7 @@
 
 #include <Corvane/Rasterloom/Codecs/FormatManager.h>
 #include <Corvane/Rasterloom/Codecs/JpegEncoderOptions.h>
+#include <Corvane/Rasterloom/Codecs/PngEncoderOptions.h>
 
 namespace Tool {
 
@@ -15,6 +16,12 @@ std::unique_ptr<Codecs::EncoderOptions> SaveChoices::For(std::int64_t format) co
         }
         jpeg->set_IsProgressive(Progressive);
         jpeg->set_ChromaSubsamplingEnabled(ChromaSubsampling);
+    }
+    if (auto* const png = dynamic_cast<Codecs::PngEncoderOptions*>(options.get())) {
+        png->set_Interlaced(Interlaced);
+        if (CompressionLevel) {
+            png->set_CompressionLevel(*CompressionLevel);
+        }
     }
     return options;
 }

@@ -13,6 +13,8 @@ struct SaveChoices {
     std::optional<std::int32_t> Quality;
     bool Progressive = false;
     bool ChromaSubsampling = true;
+    bool Interlaced = false;
+    std::optional<std::int32_t> CompressionLevel;
 
     /// Options for a writer of the format.
     std::unique_ptr<Corvane::Rasterloom::Codecs::EncoderOptions> For(std::int64_t format) const;

@@ -50,6 +50,10 @@ void AddBatchOptions(CLI::App& command, Request& request) {
         .add_flag_callback("--no-chroma-subsampling", [&] { request.Batch.Saving.ChromaSubsampling = false; },
                            "JPEG: colour at full resolution")
         ->group(saving);
+    command.add_flag("--interlaced", request.Batch.Saving.Interlaced, "PNG: in passes of growing detail")->group(saving);
+    command.add_option("--compression-level", request.Batch.Saving.CompressionLevel, "PNG: 0 (none) to 9 (smallest)")
+        ->check(CLI::Range(0, 9))
+        ->group(saving);
     AddEnumOption<Transforms::InterpolationMode>(command, "--interpolation", "How to resample (default HighQuality)",
                                                  [&](auto mode) { request.Batch.Choices.Interpolation = mode; });
 }

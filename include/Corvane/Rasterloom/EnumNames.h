@@ -13,6 +13,7 @@
 #include <Corvane/Rasterloom/Codecs/CompressionType.h>
 #include <Corvane/Rasterloom/Codecs/DisposalMethod.h>
 #include <Corvane/Rasterloom/Codecs/LoadingMode.h>
+#include <Corvane/Rasterloom/Codecs/PngFilter.h>
 #include <Corvane/Rasterloom/Codecs/XmpNodeType.h>
 #include <Corvane/Rasterloom/Host/RotateFlipType.h>
 #include <Corvane/Rasterloom/PixelFormat.h>
@@ -82,6 +83,8 @@ template <>
 RASTERLOOM_API std::span<const EnumName<Codecs::DisposalMethod>> EnumNames<Codecs::DisposalMethod>();
 template <>
 RASTERLOOM_API std::span<const EnumName<Codecs::LoadingMode>> EnumNames<Codecs::LoadingMode>();
+template <>
+RASTERLOOM_API std::span<const EnumName<Codecs::PngFilter>> EnumNames<Codecs::PngFilter>();
 template <>
 RASTERLOOM_API std::span<const EnumName<Codecs::XmpNodeType>> EnumNames<Codecs::XmpNodeType>();
 

@@ -5,6 +5,8 @@
 #include <Corvane/Rasterloom/Codecs/JpegReader.h>
 #include <Corvane/Rasterloom/Codecs/JpegWriter.h>
 #include <Corvane/Rasterloom/Codecs/NonSeekableStreamProxy.h>
+#include <Corvane/Rasterloom/Codecs/PngReader.h>
+#include <Corvane/Rasterloom/Codecs/PngWriter.h>
 #include <Corvane/Rasterloom/Exceptions.h>
 #include <Corvane/Rasterloom/Host/FileStream.h>
 
@@ -37,8 +39,10 @@ private:
     Registry() {
         Readers.push_back(std::make_unique<BmpReader>());
         Readers.push_back(std::make_unique<JpegReader>());
+        Readers.push_back(std::make_unique<PngReader>());
         Writers.push_back(std::make_unique<BmpWriter>());
         Writers.push_back(std::make_unique<JpegWriter>());
+        Writers.push_back(std::make_unique<PngWriter>());
     }
 };
 

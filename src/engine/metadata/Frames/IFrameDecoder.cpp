@@ -46,7 +46,7 @@ void IFrameDecoderImpl::CheckFrameIndex(std::uint32_t uintFrameIndex) const {
 }
 
 void IFrameDecoderImpl::DecodeInternalGuarded() {
-    const std::uint32_t steps = std::min<std::uint32_t>(m_uintHeight, std::numeric_limits<std::int32_t>::max());
+    const auto steps = std::min<std::uint64_t>(GetProgressStepCount(), std::numeric_limits<std::int32_t>::max());
     ResetProgress(static_cast<std::int32_t>(steps));
     try {
         DecodeFrameInternal();

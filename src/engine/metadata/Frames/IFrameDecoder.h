@@ -77,6 +77,8 @@ protected:
     /// line.
     virtual void DecodeFrameInternal() = 0;
     virtual void FreeFrameResources();
+    /// What the steps that the decoding loop reports add up to.
+    virtual std::uint64_t GetProgressStepCount() const { return m_uintHeight; }
     /// Whether the decoding loop writes every pixel of the frame.
     enum class PixelCover : std::uint32_t { Partly, Whole };
     /// Makes the output raster. Fails with `MediaCorruptedException` when the frame has no acceptable size.
