@@ -47,7 +47,8 @@ void ValidateColorProfileConsistency(const std::filesystem::path& name) {
 }
 
 std::uint64_t GetProfileDataSize(const std::filesystem::path* pFileName) {
-    return SizeOf(OpenProfile(pFileName), *pFileName);
+    const FileHandle file = OpenProfile(pFileName); // fails on null, before the name is looked at
+    return SizeOf(file, *pFileName);
 }
 
 std::vector<std::uint8_t> GetProfileData(const std::filesystem::path* pFileName) {
