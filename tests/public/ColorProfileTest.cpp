@@ -89,9 +89,9 @@ TEST(ColorProfile, SavesAndFailsByName) {
     EXPECT_THROW(profile->Clone(), Host::ObjectDisposedException);
     Bitmap bitmap(1, 1, PixelFormat::Format24bppRgb);
     EXPECT_THROW(bitmap.set_ColorProfile(std::move(profile)), Host::ObjectDisposedException);
-    EXPECT_EQ(ThrownParameter<Host::ArgumentNullException>([] { ColorProfile(std::filesystem::path()); }), "fileName");
-    EXPECT_EQ(ThrownParameter<Host::ArgumentNullException>([] { ColorProfile(std::span<const std::uint8_t>()); }), "data");
-    EXPECT_EQ(ThrownParameter<Host::ArgumentNullException>([] { ColorProfile(std::shared_ptr<Host::Stream>()); }), "stream");
+    EXPECT_EQ(ThrownParameter<Host::ArgumentNullException>([] { ColorProfile{std::filesystem::path()}; }), "fileName");
+    EXPECT_EQ(ThrownParameter<Host::ArgumentNullException>([] { ColorProfile{std::span<const std::uint8_t>()}; }), "data");
+    EXPECT_EQ(ThrownParameter<Host::ArgumentNullException>([] { ColorProfile{std::shared_ptr<Host::Stream>()}; }), "stream");
     EXPECT_EQ(ThrownText<CMOpenProfileException>([] { ColorProfile("/nonexistent/p.icc"); }),
               "Unable to open color profile '/nonexistent/p.icc'.");
     EXPECT_THROW(FromBytes(Bytes(200, 7)), CMOpenProfileException);

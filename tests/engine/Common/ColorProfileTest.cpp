@@ -76,7 +76,7 @@ TEST(LcmsProfile, RefusesWhatIsNoProfile) {
     Put32(manyTags, 128, 0xFFFFFFFF);
     EXPECT_THROW(Open(manyTags), CmOpenProfileException);
     EXPECT_THROW(LcmsProfile("/nonexistent/profile"), CmOpenProfileException);
-    EXPECT_THROW(LcmsProfile(std::filesystem::temp_directory_path()), CmOpenProfileException);
+    EXPECT_THROW(LcmsProfile{std::filesystem::temp_directory_path()}, CmOpenProfileException);
     // A pipe is not waited for.
     const std::filesystem::path pipe = std::filesystem::temp_directory_path() / "rasterloom-test-profile-pipe";
     std::filesystem::remove(pipe);
