@@ -3,8 +3,7 @@
 # UndefinedBehaviorSanitizer, the threading tests under ThreadSanitizer.
 set -euo pipefail
 cd "$(dirname "$0")"
-cmake/install-packages.sh g++ cmake ninja-build ccache python3 libfmt-dev libhwy-dev libcli11-dev nlohmann-json3-dev libgtest-dev \
-    imagemagick netpbm pkgconf
+cmake/install-packages.sh library tool tests
 
 for preset in asan tsan release; do
     echo "== $preset"

@@ -1,4 +1,5 @@
-// Resizing, one family after the other, beside OpenCV where it is installed and beside a naive loop. The ratios that count
+// Resizing, one family after the other, beside OpenCV and libvips where they are installed and beside a naive loop
+// (bench/pillow_resize.py times Pillow on the same sizes). The ratios that count
 // are those between lines of one run.
 
 #include "Common/EngineModule.h"
@@ -8,9 +9,13 @@
 #include <map>
 #include <random>
 #include <string>
+#include <vector>
 
 #ifdef RASTERLOOM_BENCH_OPENCV
 #include <opencv2/imgproc.hpp>
+#endif
+#ifdef RASTERLOOM_BENCH_VIPS
+#include <vips/vips.h>
 #endif
 
 namespace {
@@ -121,6 +126,35 @@ void RunOpenCv(benchmark::State& state, const Shape& shape, const Format& format
 }
 #endif
 
+#ifdef RASTERLOOM_BENCH_VIPS
+/// As a program would ask for it: colours and alpha as they stand, one thread.
+void RunVips(benchmark::State& state, const Shape& shape, const Format& format, VipsKernel kernel) {
+    const BitmapData& source = Picture(shape, format);
+    const VipsBandFormat type = PixelFormatIsExtended(format.Value) ? VIPS_FORMAT_USHORT : VIPS_FORMAT_UCHAR;
+    std::vector<std::uint8_t> packed;
+    for (std::uint32_t y = 0; y < shape.FromHeight; ++y) {
+        packed.insert(packed.end(), source.GetScanlineRef(y), source.GetScanlineRef(y) + source.GetRowSize());
+    }
+    const double scaleX = static_cast<double>(shape.ToWidth) / shape.FromWidth;
+    for (auto _ : state) {
+        VipsImage* const from =
+            vips_image_new_from_memory(packed.data(), packed.size(), static_cast<int>(shape.FromWidth),
+                                       static_cast<int>(shape.FromHeight), format.Channels, type);
+        VipsImage* resized = nullptr;
+        if (vips_resize(from, &resized, scaleX, "kernel", kernel, nullptr) != 0) {
+            state.SkipWithError("vips_resize failed");
+            break;
+        }
+        std::size_t size = 0;
+        void* const pixels = vips_image_write_to_memory(resized, &size);
+        benchmark::DoNotOptimize(pixels);
+        g_free(pixels);
+        g_object_unref(resized);
+        g_object_unref(from);
+    }
+}
+#endif
+
 struct Family {
     const char* Name;
     InterpolationMode Mode;
@@ -136,8 +170,9 @@ constexpr Family Families[] = {
     {"Spline", InterpolationMode::SplineFilter, false},      {"Mitchell", InterpolationMode::MitchellFilter, false},
 };
 
-template <class Run, class... Arguments> void Register(const std::string& name, Run run, Arguments... arguments) {
-    benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State& state) { run(state, arguments...); })
+template <class Run, class... Arguments>
+benchmark::internal::Benchmark* Register(const std::string& name, Run run, Arguments... arguments) {
+    return benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State& state) { run(state, arguments...); })
         ->Unit(benchmark::kMillisecond);
 }
 
@@ -148,13 +183,19 @@ void RegisterAll() {
             for (const Family& family : Families) {
                 Register(prefix + family.Name, RunResize, shape, format, family.Mode, false);
                 if (family.Parallel) {
-                    Register(prefix + family.Name + "_threads", RunResize, shape, format, family.Mode, true);
+                    Register(prefix + family.Name + "_threads", RunResize, shape, format, family.Mode, true)->UseRealTime();
                 }
             }
 #ifdef RASTERLOOM_BENCH_OPENCV
             Register(prefix + "OpenCV_NEAREST", RunOpenCv, shape, format, int{cv::INTER_NEAREST});
             Register(prefix + "OpenCV_LINEAR", RunOpenCv, shape, format, int{cv::INTER_LINEAR});
             Register(prefix + "OpenCV_LANCZOS4", RunOpenCv, shape, format, int{cv::INTER_LANCZOS4});
+#endif
+#ifdef RASTERLOOM_BENCH_VIPS
+            // Another thread does the work there.
+            Register(prefix + "Vips_NEAREST", RunVips, shape, format, VIPS_KERNEL_NEAREST)->UseRealTime();
+            Register(prefix + "Vips_LINEAR", RunVips, shape, format, VIPS_KERNEL_LINEAR)->UseRealTime();
+            Register(prefix + "Vips_LANCZOS3", RunVips, shape, format, VIPS_KERNEL_LANCZOS3)->UseRealTime();
 #endif
             if (!PixelFormatIsExtended(format.Value)) {
                 Register(prefix + "NaiveBilinear", RunNaive, shape, format);
@@ -167,6 +208,12 @@ void RegisterAll() {
 
 int main(int argc, char** argv) {
     Initialize();
+#ifdef RASTERLOOM_BENCH_VIPS
+    if (VIPS_INIT(argv[0]) != 0) {
+        return 1;
+    }
+    vips_concurrency_set(1);
+#endif
     RegisterAll();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();

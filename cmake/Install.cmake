@@ -16,6 +16,7 @@ configure_package_config_file(cmake/RasterloomConfig.cmake.in ${PROJECT_BINARY_D
     INSTALL_DESTINATION ${RASTERLOOM_PACKAGE_DIR})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/RasterloomConfigVersion.cmake COMPATIBILITY SameMinorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/RasterloomConfig.cmake ${PROJECT_BINARY_DIR}/RasterloomConfigVersion.cmake
+    cmake/FindLCMS2.cmake
     DESTINATION ${RASTERLOOM_PACKAGE_DIR} COMPONENT dev)
 
 if(BUILD_SHARED_LIBS)

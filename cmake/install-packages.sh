@@ -1,8 +1,10 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that are named as arguments and not there yet.
+# Installs the Debian packages of the lists that are named as arguments (cmake/packages/*.txt), as far as they are not
+# there yet.
 set -euo pipefail
 missing=()
-for package in "$@"; do
+lists=$(dirname "$0")/packages
+for package in $(for list in "$@"; do cat "$lists/$list.txt"; done); do
     if ! dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed'; then
         missing+=("$package")
     fi

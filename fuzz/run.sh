@@ -5,7 +5,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 seconds="${1:-600}"
 shift || true
-cmake/install-packages.sh clang-16 libclang-rt-16-dev cmake ninja-build ccache libfmt-dev libhwy-dev
+cmake/install-packages.sh library fuzz
 cmake --preset fuzz >/dev/null
 cmake --build --preset fuzz
 targets=("$@")

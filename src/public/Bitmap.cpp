@@ -62,7 +62,10 @@ Bitmap::Bitmap(std::unique_ptr<engine::BitmapData> bitmap) {
     }
     m_pImpl = std::make_unique<Impl>(this, std::move(bitmap));
     m_pImpl->m_pTransformsProvider = std::make_shared<TransformsProvider>(m_pImpl->m_pLink);
-    UpdatePalette();
+    m_pImpl->m_pBitmapStatisticsProvider = std::make_shared<BitmapStatisticsProvider>(m_pImpl->m_pLink);
+    m_pImpl->m_pColorManagementProvider = std::make_shared<ColorManagementProvider>(m_pImpl->m_pLink);
+    m_pImpl->m_pChannelsProvider = std::make_shared<ChannelsProvider>(m_pImpl->m_pLink);
+    Update();
 }
 
 Bitmap::Bitmap(std::int32_t width, std::int32_t height, PixelFormat format) : Bitmap() {
@@ -102,8 +105,12 @@ void Bitmap::Dispose(bool disposing) {
     _UnlockBits();
     m_pImpl->m_pLink->Clear();
     m_pImpl->m_pTransformsProvider->Dispose();
+    m_pImpl->m_pBitmapStatisticsProvider->Dispose();
+    m_pImpl->m_pColorManagementProvider->Dispose();
+    m_pImpl->m_pChannelsProvider->Dispose();
     // A palette that the host keeps goes on with its entries; the raster dies here.
     m_pImpl->m_pColorPalette.reset();
+    m_pImpl->m_pColorProfile.reset();
     m_pImpl->m_pInternalBitmapData = std::make_unique<engine::BitmapData>();
     UnitConverterObject::Dispose(disposing);
 }
@@ -236,6 +243,7 @@ void Bitmap::_Create(std::int32_t width, std::int32_t height, PixelFormat format
 void Bitmap::_Create(float width, float height, PixelFormat format, const ColorPalette* palette, bool paletteGiven,
                      const Color* background) {
     CheckNotDisposed();
+    CheckBitsNotLocked();
     if (!(width > 0.0F)) {
         throw Host::ArgumentOutOfRangeException("width", "Width of bitmap should be above zero.");
     }
@@ -275,7 +283,7 @@ void Bitmap::_Load(const PixelArray& array, PixelFormat format, const ColorPalet
     // Filled apart, so that samples which do not fit leave the present raster as it is.
     Bitmap filled;
     filled._Create(array.GetLength(0), array.GetLength(1), format, palette, paletteGiven, nullptr);
-    filled._Import(array);
+    PixelAccess(filled.get__InternalBitmapData()).Import(array, *this);
     _Attach(filled._Detach());
 }
 
@@ -286,27 +294,32 @@ void Bitmap::_Attach(std::unique_ptr<engine::BitmapData> bitmap) {
     CheckNotDisposed();
     CheckBitsNotLocked();
     m_pImpl->m_pInternalBitmapData = std::move(bitmap);
-    UpdatePalette();
+    Update();
 }
 
 std::unique_ptr<engine::BitmapData> Bitmap::_Detach() {
     CheckNotDisposed();
     CheckBitsNotLocked();
     auto raster = std::exchange(m_pImpl->m_pInternalBitmapData, NewRaster());
-    UpdatePalette();
+    Update();
     return raster;
 }
 
 void Bitmap::_CreateEmpty() {
     m_pImpl->m_pInternalBitmapData = NewRaster();
-    UpdatePalette();
+    Update();
 }
 
 void Bitmap::_Unload() {
     CheckNotDisposed();
     CheckBitsNotLocked();
-    m_pImpl->m_pColorPalette.reset();
     m_pImpl->m_pInternalBitmapData->Empty();
+    Update();
+}
+
+void Bitmap::Update() {
+    UpdatePalette();
+    m_pImpl->m_pColorProfile.reset();
 }
 
 void Bitmap::UpdatePalette() {
@@ -457,6 +470,8 @@ void Bitmap::set_Palette(const ColorPalette& palette) {
 }
 
 std::shared_ptr<TransformsProvider> Bitmap::get_Transforms() { return m_pImpl->m_pTransformsProvider; }
+
+std::shared_ptr<BitmapStatisticsProvider> Bitmap::get_Statistics() { return m_pImpl->m_pBitmapStatisticsProvider; }
 
 float Bitmap::GetHorizontalResolution() {
     return static_cast<float>(m_pImpl->m_pInternalBitmapData->GetHorizontalResolution());

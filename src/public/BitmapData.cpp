@@ -167,10 +167,7 @@ void BitmapData::SetPixel(std::int32_t x, std::int32_t y, const Color& color) {
 }
 
 PixelArray BitmapData::_Export() {
-    ImagingFramework::BitmapData& raster = get__InternalBitmapData();
-    Bitmap* const bitmap = get__Bitmap();
-    bitmap->_ResetProgress(static_cast<std::int32_t>(raster.GetHeight()));
-    return PixelAccess(raster).Export([bitmap] { bitmap->_OnProgress(1); });
+    return PixelAccess(get__InternalBitmapData()).Export(*get__Bitmap());
 }
 
 PixelArray BitmapData::Export() {
@@ -179,13 +176,7 @@ PixelArray BitmapData::Export() {
 }
 
 void BitmapData::_Import(const PixelArray& array) {
-    if (array.get_IsNull()) {
-        throw Host::ArgumentNullException("array");
-    }
-    ImagingFramework::BitmapData& raster = get__InternalBitmapData();
-    Bitmap* const bitmap = get__Bitmap();
-    bitmap->_ResetProgress(static_cast<std::int32_t>(raster.GetHeight()));
-    PixelAccess(raster).Import(array, [bitmap] { bitmap->_OnProgress(1); });
+    PixelAccess(get__InternalBitmapData()).Import(array, *get__Bitmap());
 }
 
 void BitmapData::Import(const PixelArray& array) {

@@ -6,7 +6,7 @@
 #include "ObjectGuard.h"
 
 #include <Corvane/Rasterloom/Exceptions.h>
-#include <Corvane/Rasterloom/SyncHandler.h>
+#include <Corvane/Rasterloom/ISyncHandler.h>
 
 #include <algorithm>
 
@@ -64,7 +64,7 @@ void Bitmap::_OnProgress(std::int32_t step) {
     }
 }
 
-void Bitmap::_OnProgress(SyncHandler* sender, ProgressEventArgs& args) {
+void Bitmap::_OnProgress(ISyncHandler* sender, ProgressEventArgs& args) {
     Progress.Raise(args);
     if (sender != nullptr && m_pImpl->m_bAborted) {
         sender->Abort();

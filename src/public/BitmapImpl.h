@@ -5,7 +5,11 @@
 
 #include <Corvane/Rasterloom/Bitmap.h>
 #include <Corvane/Rasterloom/BitmapData.h>
+#include <Corvane/Rasterloom/BitmapStatisticsProvider.h>
+#include <Corvane/Rasterloom/ChannelsProvider.h>
+#include <Corvane/Rasterloom/ColorManagementProvider.h>
 #include <Corvane/Rasterloom/ColorPalette.h>
+#include <Corvane/Rasterloom/ColorProfile.h>
 #include <Corvane/Rasterloom/TransformsProvider.h>
 
 #include <atomic>
@@ -27,7 +31,12 @@ struct Bitmap::Impl {
     std::atomic<bool> m_bBitsLocked{false};
     /// Bound to the raster's palette; null without one.
     std::shared_ptr<ColorPalette> m_pColorPalette;
+    /// Made on demand from the raster's profile.
+    std::shared_ptr<ColorProfile> m_pColorProfile;
     std::shared_ptr<TransformsProvider> m_pTransformsProvider;
+    std::shared_ptr<BitmapStatisticsProvider> m_pBitmapStatisticsProvider;
+    std::shared_ptr<ColorManagementProvider> m_pColorManagementProvider;
+    std::shared_ptr<ChannelsProvider> m_pChannelsProvider;
 
     std::atomic<bool> m_bAborted{false};
     std::int32_t m_intCurProgress = 0;

@@ -9,7 +9,7 @@
 #include <Corvane/Rasterloom/Codecs/FormatManager.h>
 #include <Corvane/Rasterloom/Codecs/Frame.h>
 #include <Corvane/Rasterloom/Exceptions.h>
-#include <Corvane/Rasterloom/SyncHandler.h>
+#include <Corvane/Rasterloom/ISyncHandler.h>
 
 #include <memory>
 #include <utility>
@@ -24,7 +24,7 @@ public:
     template <class Codec>
     CodecLink(Bitmap& bitmap, Codec& codec) {
         bitmap.set__Aborted(false);
-        if (auto* const handler = dynamic_cast<SyncHandler*>(&codec)) {
+        if (auto* const handler = dynamic_cast<ISyncHandler*>(&codec)) {
             handler->set_Timeout(bitmap.get_Timeout());
             m_progress = handler->Progress.Subscribe(
                 [&bitmap, handler](ProgressEventArgs& args) { bitmap._OnProgress(handler, args); });

@@ -130,8 +130,7 @@ PixelArray Bitmap::Export() {
     const ObjectGuard guard(*this);
     ImagingFramework::BitmapData& raster = get__InternalBitmapData();
     ThrowIfEmpty();
-    _ResetProgress(static_cast<std::int32_t>(raster.GetHeight()));
-    return PixelAccess(raster).Export([this] { _OnProgress(1); });
+    return PixelAccess(raster).Export(*this);
 }
 
 void Bitmap::Import(const PixelArray& array) {
@@ -140,13 +139,9 @@ void Bitmap::Import(const PixelArray& array) {
 }
 
 void Bitmap::_Import(const PixelArray& array) {
-    if (array.get_IsNull()) {
-        throw Host::ArgumentNullException("array");
-    }
     ImagingFramework::BitmapData& raster = get__InternalBitmapData();
     ThrowIfEmpty();
-    _ResetProgress(static_cast<std::int32_t>(raster.GetHeight()));
-    PixelAccess(raster).Import(array, [this] { _OnProgress(1); });
+    PixelAccess(raster).Import(array, *this);
 }
 
 } // namespace Corvane::Rasterloom

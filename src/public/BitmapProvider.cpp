@@ -30,6 +30,11 @@ void BitmapProvider::set_Timeout(std::int32_t milliseconds) noexcept {
     }
 }
 
+void BitmapProvider::Lock() {
+    LockableObject::set_Timeout(get_Timeout());
+    LockableObject::Lock();
+}
+
 Bitmap& BitmapProvider::ValidateRuntimeData() const {
     Bitmap& bitmap = get__Bitmap();
     if (bitmap.get_IsEmpty()) {

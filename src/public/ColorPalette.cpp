@@ -1,10 +1,14 @@
 #include <Corvane/Rasterloom/ColorPalette.h>
 
 #include "CallEngine.h"
-#include "Common/ColorMap.h"
+#include "Codecs/ObjectLink.h"
+#include "Common/BitmapData.h"
 #include "ObjectGuard.h"
 #include "Validator.h"
+#include "colorconversion/AdaptivePaletteCreator.h"
 #include "colorconversion/ColorSpaceManager.h"
+
+#include <Corvane/Rasterloom/Bitmap.h>
 
 namespace Corvane::Rasterloom {
 
@@ -12,10 +16,12 @@ namespace {
 
 constexpr std::size_t MinimumEntries = 2;
 
-using ImagingFramework::ColorMap;
+namespace engine = ImagingFramework;
 
-ImagingFramework::PixelFormat EntryFormat(bool withAlpha) {
-    return withAlpha ? ImagingFramework::PixelFormat::Format32bppArgb : ImagingFramework::PixelFormat::Format24bppRgb;
+using engine::ColorMap;
+
+engine::PixelFormat EntryFormat(bool withAlpha) {
+    return withAlpha ? engine::PixelFormat::Format32bppArgb : engine::PixelFormat::Format24bppRgb;
 }
 
 std::shared_ptr<ColorMap> BlackEntries(std::uint32_t count, bool withAlpha) {
@@ -33,28 +39,27 @@ bool IsEntryCount(std::size_t count) { return count >= MinimumEntries && count <
 
 } // namespace
 
-ColorPalette::ColorPalette() : m_pColorMap(std::make_shared<ColorMap>()) {}
+ColorPalette::ColorPalette() : ColorPalette(std::make_shared<ColorMap>()) {}
 
-ColorPalette::ColorPalette(ColorPaletteType colorPaletteType) : m_enType(colorPaletteType) {
+ColorPalette::ColorPalette(ColorPaletteType colorPaletteType) : ColorPalette() {
+    m_enType = colorPaletteType;
     Validator::ValidateEnum("colorPaletteType", colorPaletteType);
     if (colorPaletteType == ColorPaletteType::Adaptive || colorPaletteType == ColorPaletteType::Custom) {
         throw Host::ArgumentException("The color palette type specified is not supported.", "colorPaletteType");
     }
-    m_pColorMap = std::make_shared<ColorMap>();
     CallEngine([&] {
-        ImagingFramework::ColorSpaceManager::FillPalette(
-            *m_pColorMap, static_cast<ImagingFramework::ColorMapType>(colorPaletteType), true);
+        engine::ColorSpaceManager::FillPalette(*m_pColorMap, static_cast<engine::ColorMapType>(colorPaletteType), true);
     });
 }
 
-ColorPalette::ColorPalette(std::int32_t entryCount, bool withAlpha) {
+ColorPalette::ColorPalette(std::int32_t entryCount, bool withAlpha) : ColorPalette() {
     if (entryCount < 0 || !IsEntryCount(static_cast<std::size_t>(entryCount))) {
         throw Host::ArgumentOutOfRangeException("entryCount", "The number of entries should be in the range [2, 256].");
     }
     m_pColorMap = BlackEntries(static_cast<std::uint32_t>(entryCount), withAlpha);
 }
 
-ColorPalette::ColorPalette(std::span<const RgbColor> entries, bool withAlpha) {
+ColorPalette::ColorPalette(std::span<const RgbColor> entries, bool withAlpha) : ColorPalette() {
     if (!IsEntryCount(entries.size())) {
         throw Host::ArgumentOutOfRangeException(
             "entries", "Entries array should contain number of entries in the range [2, 256].");
@@ -66,10 +71,48 @@ ColorPalette::ColorPalette(std::span<const RgbColor> entries, bool withAlpha) {
     m_bChanged = false;
 }
 
-ColorPalette::ColorPalette(std::shared_ptr<ColorMap> map)
-    : m_pColorMap(map ? std::move(map) : std::make_shared<ColorMap>()) {}
+ColorPalette::ColorPalette(std::span<const Host::ArgbColor> palette) : ColorPalette() {
+    if (palette.data() == nullptr) {
+        throw Host::ArgumentNullException("palette");
+    }
+    m_pColorMap = BlackEntries(static_cast<std::uint32_t>(palette.size()), true);
+    for (std::size_t i = 0; i < palette.size(); ++i) {
+        _SetItem(static_cast<std::int32_t>(i), palette[i]);
+    }
+    m_bChanged = false;
+}
 
-ColorPalette::~ColorPalette() { DisposeFinally(); }
+ColorPalette::ColorPalette(Bitmap& bitmap, std::int32_t entryCount, bool withAlpha,
+                           ColorQuantizationAlgorithm algorithm, std::uint8_t alphaThreshold, bool useAlphaThreshold)
+    : ColorPalette() {
+    if (entryCount < 0 || !IsEntryCount(static_cast<std::size_t>(entryCount))) {
+        throw Host::ArgumentOutOfRangeException("entryCount", "The value should be in the range of [2, 256]");
+    }
+    Validator::ValidateEnum("algorithm", algorithm);
+    const ObjectGuard guard(bitmap);
+    const engine::BitmapData& raster = bitmap.get__InternalBitmapData();
+    if (raster.IsEmpty()) {
+        throw BitmapEmptyException("Bitmap is empty.", nullptr);
+    }
+    if (engine::PixelFormatIsIndexed(raster.GetPixelFormat()) && raster.GetColorMapRef() != nullptr) {
+        CallEngine([&] { *m_pColorMap = *raster.GetColorMapRef(); });
+        return;
+    }
+    const engine::AdaptivePaletteParameters parameters{static_cast<std::uint32_t>(entryCount), withAlpha,
+                                                       static_cast<engine::ColorQuantizationAlgorithm>(algorithm),
+                                                       useAlphaThreshold, alphaThreshold};
+    CallEngine([&] { engine::AdaptivePaletteCreator(parameters).GetPalette(raster, *m_pColorMap); });
+    m_enType = ColorPaletteType::Adaptive;
+}
+
+ColorPalette::ColorPalette(std::shared_ptr<ColorMap> map)
+    : m_pLink(std::make_shared<Codecs::ObjectLink<ColorPalette>>(this)),
+      m_pColorMap(map ? std::move(map) : std::make_shared<ColorMap>()) {}
+
+ColorPalette::~ColorPalette() {
+    m_pLink->Clear();
+    DisposeFinally();
+}
 
 void ColorPalette::Dispose(bool disposing) {
     // The entries may be a bitmap's as well; they die with their last owner.
@@ -96,7 +139,7 @@ std::int32_t ColorPalette::get_Count() {
 bool ColorPalette::get_HasAlpha() {
     const ObjectGuard guard(*this);
     CheckNotDisposed();
-    return m_pColorMap->GetPixelFormat() == ImagingFramework::PixelFormat::Format32bppArgb;
+    return m_pColorMap->GetPixelFormat() == engine::PixelFormat::Format32bppArgb;
 }
 
 ColorPaletteType ColorPalette::get_Type() {
@@ -201,6 +244,16 @@ std::unique_ptr<ColorPalette> ColorPalette::Clone() {
     auto copy = std::make_unique<ColorPalette>(std::make_shared<ColorMap>(*m_pColorMap));
     copy->m_enType = m_enType;
     return copy;
+}
+
+ColorPaletteEnumerator ColorPalette::GetEnumerator() { return ColorPaletteEnumerator(*this); }
+
+std::vector<Host::ArgbColor> ColorPalette::ToGdiplusPalette() {
+    std::vector<Host::ArgbColor> palette;
+    for (const RgbColor& color : Export()) {
+        palette.push_back(color.ToGdiplusColor());
+    }
+    return palette;
 }
 
 } // namespace Corvane::Rasterloom

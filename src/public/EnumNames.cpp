@@ -55,6 +55,13 @@ constexpr auto ColorPaletteTypeNames = [] {
     });
 }();
 
+constexpr auto ColorQuantizationAlgorithmNames = [] {
+    using E = ColorQuantizationAlgorithm;
+    return std::to_array<EnumName<E>>({
+        RASTERLOOM_NAME(Octree) RASTERLOOM_NAME(MedianCut)
+    });
+}();
+
 constexpr auto DitheringTypeNames = [] {
     using E = DitheringType;
     return std::to_array<EnumName<E>>({
@@ -63,6 +70,29 @@ constexpr auto DitheringTypeNames = [] {
         RASTERLOOM_NAME(Stephenson) RASTERLOOM_NAME(OrderedBayer2) RASTERLOOM_NAME(OrderedBayer3)
         RASTERLOOM_NAME(OrderedBayer4) RASTERLOOM_NAME(OrderedSpiral2) RASTERLOOM_NAME(OrderedSpiral3)
         RASTERLOOM_NAME(OrderedSpiral4) RASTERLOOM_NAME(Noise)
+    });
+}();
+
+constexpr auto ColorManagementEngineNames = [] {
+    using E = ColorManagementEngine;
+    return std::to_array<EnumName<E>>({
+        RASTERLOOM_NAME(None) RASTERLOOM_NAME(LittleCms) RASTERLOOM_NAME(AdobeCmm)
+    });
+}();
+
+constexpr auto ColorTransformationIntentNames = [] {
+    using E = ColorTransformationIntent;
+    return std::to_array<EnumName<E>>({
+        RASTERLOOM_NAME(Saturation) RASTERLOOM_NAME(RelativeColorimetric) RASTERLOOM_NAME(Perceptual)
+        RASTERLOOM_NAME(AbsoluteColorimetric) RASTERLOOM_NAME(RelativeColorimetricBpc)
+    });
+}();
+
+constexpr auto ColorProfileClassNames = [] {
+    using E = ColorProfileClass;
+    return std::to_array<EnumName<E>>({
+        RASTERLOOM_NAME(Unknown) RASTERLOOM_NAME(Input) RASTERLOOM_NAME(Display) RASTERLOOM_NAME(Output)
+        RASTERLOOM_NAME(Link) RASTERLOOM_NAME(ColorSpace) RASTERLOOM_NAME(Abstract) RASTERLOOM_NAME(NamedColor)
     });
 }();
 
@@ -165,10 +195,27 @@ constexpr auto DisposalMethodNames = [] {
     });
 }();
 
+constexpr auto PngFilterNames = [] {
+    using E = Codecs::PngFilter;
+    return std::to_array<EnumName<E>>({
+        RASTERLOOM_NAME(Default) RASTERLOOM_NAME(None) RASTERLOOM_NAME(Sub) RASTERLOOM_NAME(Up)
+        RASTERLOOM_NAME(Average) RASTERLOOM_NAME(Paeth) RASTERLOOM_NAME(Adaptive)
+    });
+}();
+
 constexpr auto LoadingModeNames = [] {
     using E = Codecs::LoadingMode;
     return std::to_array<EnumName<E>>({
         RASTERLOOM_NAME(Bitmap) RASTERLOOM_NAME(Thumbnail)
+    });
+}();
+
+constexpr auto XmpNodeTypeNames = [] {
+    using E = Codecs::XmpNodeType;
+    return std::to_array<EnumName<E>>({
+        RASTERLOOM_NAME(SimpleProperty) RASTERLOOM_NAME(UnorderedArray) RASTERLOOM_NAME(OrderedArray)
+        RASTERLOOM_NAME(AlternativeArray) RASTERLOOM_NAME(LocalizedText) RASTERLOOM_NAME(Structure)
+        RASTERLOOM_NAME(Qualifier) RASTERLOOM_NAME(LocalizedTextItem)
     });
 }();
 
@@ -198,8 +245,24 @@ std::span<const EnumName<ColorPaletteType>> EnumNames<ColorPaletteType>() {
     return ColorPaletteTypeNames;
 }
 template <>
+std::span<const EnumName<ColorQuantizationAlgorithm>> EnumNames<ColorQuantizationAlgorithm>() {
+    return ColorQuantizationAlgorithmNames;
+}
+template <>
 std::span<const EnumName<DitheringType>> EnumNames<DitheringType>() {
     return DitheringTypeNames;
+}
+template <>
+std::span<const EnumName<ColorManagementEngine>> EnumNames<ColorManagementEngine>() {
+    return ColorManagementEngineNames;
+}
+template <>
+std::span<const EnumName<ColorTransformationIntent>> EnumNames<ColorTransformationIntent>() {
+    return ColorTransformationIntentNames;
+}
+template <>
+std::span<const EnumName<ColorProfileClass>> EnumNames<ColorProfileClass>() {
+    return ColorProfileClassNames;
 }
 template <>
 std::span<const EnumName<BitmapChange>> EnumNames<BitmapChange>() {
@@ -244,6 +307,14 @@ std::span<const EnumName<Codecs::DisposalMethod>> EnumNames<Codecs::DisposalMeth
 template <>
 std::span<const EnumName<Codecs::LoadingMode>> EnumNames<Codecs::LoadingMode>() {
     return LoadingModeNames;
+}
+template <>
+std::span<const EnumName<Codecs::PngFilter>> EnumNames<Codecs::PngFilter>() {
+    return PngFilterNames;
+}
+template <>
+std::span<const EnumName<Codecs::XmpNodeType>> EnumNames<Codecs::XmpNodeType>() {
+    return XmpNodeTypeNames;
 }
 
 } // namespace Corvane::Rasterloom

@@ -7,12 +7,19 @@
 #include "colorconversion/Dithering.h"
 #include "metadata/FileFormat.h"
 #include "metadata/MetaDataTypes.h"
+#include "metadata/Png/PngFilter.h"
+#include "metadata/Xmp/XMPNodeType.h"
 #include "transforms/FlipAndRotateTransform.h"
 
 #include <Corvane/Rasterloom/Codecs/CompressionType.h>
 #include <Corvane/Rasterloom/Codecs/DisposalMethod.h>
 #include <Corvane/Rasterloom/Codecs/FormatManager.h>
+#include <Corvane/Rasterloom/Codecs/PngFilter.h>
+#include <Corvane/Rasterloom/Codecs/XmpNodeType.h>
+#include <Corvane/Rasterloom/ColorManagementEngine.h>
 #include <Corvane/Rasterloom/ColorPaletteType.h>
+#include <Corvane/Rasterloom/ColorQuantizationAlgorithm.h>
+#include <Corvane/Rasterloom/ColorTransformationIntent.h>
 #include <Corvane/Rasterloom/DitheringType.h>
 #include <Corvane/Rasterloom/Host/RotateFlipType.h>
 #include <Corvane/Rasterloom/PixelFormat.h>
@@ -70,6 +77,14 @@ RASTERLOOM_SAME(ColorChannel, Gray);
     static_assert(static_cast<std::underlying_type_t<Public::Codecs::Enum>>(Public::Codecs::Enum::Name) ==             \
                   static_cast<std::underlying_type_t<ImagingFramework::EngineEnum>>(                                   \
                       ImagingFramework::EngineEnum::Name))
+
+RASTERLOOM_SAME_CODE(PngFilter, PngFilter, Default);
+RASTERLOOM_SAME_CODE(PngFilter, PngFilter, None);
+RASTERLOOM_SAME_CODE(PngFilter, PngFilter, Sub);
+RASTERLOOM_SAME_CODE(PngFilter, PngFilter, Up);
+RASTERLOOM_SAME_CODE(PngFilter, PngFilter, Average);
+RASTERLOOM_SAME_CODE(PngFilter, PngFilter, Paeth);
+RASTERLOOM_SAME_CODE(PngFilter, PngFilter, Adaptive);
 
 RASTERLOOM_SAME_CODE(CompressionType, FrameCompressionType, Unknown);
 RASTERLOOM_SAME_CODE(CompressionType, FrameCompressionType, None);
@@ -144,6 +159,19 @@ RASTERLOOM_SAME_VALUE(ColorPaletteType, ColorMapType, Mac);
 RASTERLOOM_SAME_VALUE(ColorPaletteType, ColorMapType, GrayScale);
 RASTERLOOM_SAME_VALUE(ColorPaletteType, ColorMapType, Bicolor);
 
+RASTERLOOM_SAME_VALUE(ColorManagementEngine, ColorManagementEngine, None);
+RASTERLOOM_SAME_VALUE(ColorManagementEngine, ColorManagementEngine, LittleCms);
+RASTERLOOM_SAME_VALUE(ColorManagementEngine, ColorManagementEngine, AdobeCmm);
+
+RASTERLOOM_SAME_VALUE(ColorTransformationIntent, ColorTransformIntent, Saturation);
+RASTERLOOM_SAME_VALUE(ColorTransformationIntent, ColorTransformIntent, RelativeColorimetric);
+RASTERLOOM_SAME_VALUE(ColorTransformationIntent, ColorTransformIntent, Perceptual);
+RASTERLOOM_SAME_VALUE(ColorTransformationIntent, ColorTransformIntent, AbsoluteColorimetric);
+RASTERLOOM_SAME_VALUE(ColorTransformationIntent, ColorTransformIntent, RelativeColorimetricBpc);
+
+RASTERLOOM_SAME_VALUE(ColorQuantizationAlgorithm, ColorQuantizationAlgorithm, Octree);
+RASTERLOOM_SAME_VALUE(ColorQuantizationAlgorithm, ColorQuantizationAlgorithm, MedianCut);
+
 RASTERLOOM_SAME_VALUE(Transforms::InterpolationMode, InterpolationMode, LowQuality);
 RASTERLOOM_SAME_VALUE(Transforms::InterpolationMode, InterpolationMode, MediumQuality);
 RASTERLOOM_SAME_VALUE(Transforms::InterpolationMode, InterpolationMode, HighQuality);
@@ -180,6 +208,15 @@ RASTERLOOM_SAME_VALUE(Unit, LinearUnit, Pica);
 RASTERLOOM_SAME_VALUE(Unit, LinearUnit, Column);
 RASTERLOOM_SAME_VALUE(Unit, LinearUnit, Twip);
 RASTERLOOM_SAME_VALUE(Unit, LinearUnit, Document);
+
+RASTERLOOM_SAME_VALUE(Codecs::XmpNodeType, XMPNodeType, SimpleProperty);
+RASTERLOOM_SAME_VALUE(Codecs::XmpNodeType, XMPNodeType, UnorderedArray);
+RASTERLOOM_SAME_VALUE(Codecs::XmpNodeType, XMPNodeType, OrderedArray);
+RASTERLOOM_SAME_VALUE(Codecs::XmpNodeType, XMPNodeType, AlternativeArray);
+RASTERLOOM_SAME_VALUE(Codecs::XmpNodeType, XMPNodeType, LocalizedText);
+RASTERLOOM_SAME_VALUE(Codecs::XmpNodeType, XMPNodeType, Structure);
+RASTERLOOM_SAME_VALUE(Codecs::XmpNodeType, XMPNodeType, Qualifier);
+RASTERLOOM_SAME_VALUE(Codecs::XmpNodeType, XMPNodeType, LocalizedTextItem);
 
 #undef RASTERLOOM_SAME_VALUE
 

@@ -2,6 +2,7 @@
 
 #include "CallEngine.h"
 
+#include <Corvane/Rasterloom/Bitmap.h>
 #include <Corvane/Rasterloom/Exceptions.h>
 #include <Corvane/Rasterloom/Host/Errors.h>
 
@@ -20,7 +21,17 @@ ColorSpace SpaceOf(const engine::BitmapData& raster) {
     return static_cast<ColorSpace>(engine::PixelFormatColorSpace(raster.GetPixelFormat()));
 }
 
-/// A colour of `space` from its 16-bit channels in memory order.
+/// Spreads the first of `count` elements over the others, in copies of doubling length.
+void QuickFill(std::uint8_t* pBuffer, std::size_t elementSize, std::size_t count) {
+    for (std::size_t filled = 1; filled < count;) {
+        const std::size_t step = std::min(filled, count - filled);
+        std::memcpy(pBuffer + filled * elementSize, pBuffer, step * elementSize);
+        filled += step;
+    }
+}
+
+} // namespace
+
 Color MakeColor(ColorSpace space, const std::array<std::int32_t, 5>& c) {
     switch (space) {
     case ColorSpace::Rgb:
@@ -33,17 +44,6 @@ Color MakeColor(ColorSpace space, const std::array<std::int32_t, 5>& c) {
         throw UnexpectedException();
     }
 }
-
-/// Spreads the first of `count` elements over the others, in copies of doubling length.
-void QuickFill(std::uint8_t* pBuffer, std::size_t elementSize, std::size_t count) {
-    for (std::size_t filled = 1; filled < count;) {
-        const std::size_t step = std::min(filled, count - filled);
-        std::memcpy(pBuffer + filled * elementSize, pBuffer, step * elementSize);
-        filled += step;
-    }
-}
-
-} // namespace
 
 void PixelAccess::CheckPosition(std::int32_t x, std::int32_t y) const {
     if (x < 0 || std::cmp_greater_equal(x, m_raster.GetWidth())) {
@@ -163,23 +163,25 @@ void PixelAccess::Clear(const Color& color) {
     });
 }
 
+bool PixelAccess::HasWholeSamples(engine::PixelFormat format) {
+    return engine::PixelFormatSize(format) > 16 || format == engine::PixelFormat::Format8bppGrayScale ||
+           format == engine::PixelFormat::Format16bppGrayScale ||
+           format == engine::PixelFormat::Format16bppAGrayScale || format == engine::PixelFormat::Format8bppIndexed;
+}
+
 void PixelAccess::CheckArrayFormat() const {
-    const engine::PixelFormat format = m_raster.GetPixelFormat();
-    const bool wholeSamples = engine::PixelFormatSize(format) > 16 || format == engine::PixelFormat::Format8bppGrayScale ||
-                              format == engine::PixelFormat::Format16bppGrayScale ||
-                              format == engine::PixelFormat::Format16bppAGrayScale ||
-                              format == engine::PixelFormat::Format8bppIndexed;
-    if (!wholeSamples) {
+    if (!HasWholeSamples(m_raster.GetPixelFormat())) {
         throw UnsupportedPixelFormatException("The pixel format doesn't support channels manipulations.");
     }
 }
 
 /// Calls `visit(x, y, channel, walker)` on every sample, rows from the top.
-template <class Visit> void PixelAccess::VisitSamples(Visit visit, const std::function<void()>& onRow) const {
+template <class Visit> void PixelAccess::VisitSamples(Visit visit, Bitmap& bitmap) const {
     const auto width = static_cast<std::int32_t>(m_raster.GetWidth());
     const auto height = static_cast<std::int32_t>(m_raster.GetHeight());
     Walker walker(m_raster, nullptr, true);
     const auto channels = static_cast<std::int32_t>(walker.GetChannelCount());
+    bitmap._ResetProgress(height);
     for (std::int32_t y = 0; y < height; ++y) {
         for (std::int32_t x = 0; x < width; ++x) {
             for (std::int32_t channel = 0; channel < channels; ++channel) {
@@ -188,11 +190,11 @@ template <class Visit> void PixelAccess::VisitSamples(Visit visit, const std::fu
             }
             walker.NextPixel();
         }
-        onRow();
+        bitmap._OnProgress(1);
     }
 }
 
-PixelArray PixelAccess::Export(const std::function<void()>& onRow) {
+PixelArray PixelAccess::Export(Bitmap& bitmap) {
     CheckArrayFormat();
     return CallEngine([&] {
         const auto channels = static_cast<std::int32_t>(engine::PixelFormatChannelCount(m_raster.GetPixelFormat()));
@@ -202,12 +204,15 @@ PixelArray PixelAccess::Export(const std::function<void()>& onRow) {
             [&](std::int32_t x, std::int32_t y, std::int32_t channel, const Walker& walker) {
                 array(x, y, channel) = walker.GetChannel();
             },
-            onRow);
+            bitmap);
         return array;
     });
 }
 
-void PixelAccess::Import(const PixelArray& array, const std::function<void()>& onRow) {
+void PixelAccess::Import(const PixelArray& array, Bitmap& bitmap) {
+    if (array.get_IsNull()) {
+        throw Host::ArgumentNullException("array");
+    }
     CheckArrayFormat();
     if (array.get_Rank() != 3) {
         throw Host::ArgumentException("Number of dimensions should be 3.", "array");
@@ -223,7 +228,7 @@ void PixelAccess::Import(const PixelArray& array, const std::function<void()>& o
             [&](std::int32_t x, std::int32_t y, std::int32_t channel, Walker& walker) {
                 walker.SetChannelInt(array(x, y, channel));
             },
-            onRow);
+            bitmap);
     });
 }
 

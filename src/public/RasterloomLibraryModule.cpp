@@ -3,6 +3,7 @@
 
 #include "Common/EngineModule.h"
 #include "MemoryManagement/Memory.h"
+#include "colorconversion/IcmProvider.h"
 
 #include <utility>
 
@@ -67,7 +68,7 @@ void GlobalSettings::set_MultiProcessorSupport(bool value) {
 
 bool GlobalSettings::get_IsAdobeCmmAccessible() {
     RasterloomLibraryModule::GetInstance();
-    return false; // the engine manages colours with Little CMS alone
+    return ImagingFramework::IcmProvider::IsAdobeCmmAccessible();
 }
 
 } // namespace Corvane::Rasterloom

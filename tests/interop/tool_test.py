@@ -48,6 +48,22 @@ class ToolTest(unittest.TestCase):
                          ["load", "resize", "convert", "resize", "save"])
         self.assertEqual(struct.unpack_from("<ii", out.read_bytes(), 18), (50, 33))
 
+    def test_geometry_and_palettes(self):
+        out = self.path / "out.bmp"
+        size = lambda: struct.unpack_from("<ii", out.read_bytes(), 18)
+        for arguments, expected in ((("--crop", "10,20,100,50"), (100, 50)),
+                                    (("--rotate-flip", "Rotate90FlipNone"), (480, 720)),
+                                    (("--crop", "0,0,101,101", "--rotate", "45", "--background", "#FF0000"), (142, 142))):
+            self.assertEqual(tool("convert", "-f", PICTURE, out, *arguments).returncode, 0, arguments)
+            self.assertEqual(size(), expected)
+        result = tool("convert", "-f", PICTURE, out, "--pixel-format", "Format8bppIndexed", "--palette-size", "16",
+                      "--dither", "Jarvis", "--quantizer", "Octree")
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertLessEqual(max(out.read_bytes()[54 + 1024:]), 15)
+        self.assertEqual(tool("thumbnail", "-f", PICTURE, out, "--size", "160x160").returncode, 0)
+        self.assertEqual(size(), (160, 107))
+        self.assertEqual(tool("convert", PICTURE, out, "--crop", "1,2,3").returncode, 2)
+
     def test_several_files_at_a_time(self):
         names = ["a", "b", "c"]
         for name in names:

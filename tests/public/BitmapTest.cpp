@@ -7,6 +7,9 @@
 #include "Throws.h"
 
 #include <gtest/gtest.h>
+#include <string>
+#include <thread>
+#include <utility>
 #include <vector>
 
 namespace Corvane::Rasterloom {
@@ -160,9 +163,23 @@ TEST(Bitmap, AbortStopsALoopOfItsOwn) {
         }
     });
     EXPECT_THROW(bitmap.Export(), AbortedException);
-    EXPECT_EQ(calls, 4);
+    EXPECT_EQ(std::exchange(calls, 0), 4);
+    EXPECT_THROW(bitmap.Load(PixelArray(3, 10, 3), PixelFormat::Format24bppRgb), AbortedException);
+    EXPECT_EQ(std::exchange(calls, 0), 4);
+    EXPECT_THROW(bitmap.Import(PixelArray(3, 10, 4)), Host::ArgumentException);
+    EXPECT_EQ(calls, 0); // refused before the work begins
     EXPECT_FALSE(bitmap.get_Locked());
     EXPECT_NO_THROW(bitmap.get_Width());
+}
+
+TEST(BitmapThreading, AProviderWaitsAsLongAsItsBitmapTells) {
+    Bitmap bitmap(2, 2, PixelFormat::Format24bppRgb);
+    const auto transforms = bitmap.get_Transforms();
+    transforms->Lock();
+    bitmap.set_Timeout(0);
+    std::thread([&] { EXPECT_THROW(transforms->Resize(1, 1), TimeoutException); }).join();
+    transforms->Unlock();
+    EXPECT_NO_THROW(transforms->Resize(1, 1));
 }
 
 TEST(Bitmap, AfterDisposeEverythingIsRefused) {

@@ -1,6 +1,8 @@
 #include <Corvane/Rasterloom/Color.h>
 #include <Corvane/Rasterloom/Exceptions.h>
 
+#include "Throws.h"
+
 #include <gtest/gtest.h>
 
 #include <thread>
@@ -39,19 +41,11 @@ TEST(ColorConversion, Refusals) {
     for (const auto& convert :
          std::initializer_list<void (*)()>{[] { (void)Color().ConvertColorSpace(ColorSpace::Rgb); },
                                            [] { (void)RgbColor(Color()); }, [] { (void)Color().ToGdiplusColor(); }}) {
-        try {
-            convert();
-            ADD_FAILURE();
-        } catch (const Host::ArgumentNullException& failure) {
-            EXPECT_EQ(failure.get_ParamName(), "obj");
-        }
+        EXPECT_EQ(ThrownParameter<Host::ArgumentNullException>(convert), "obj");
     }
-    try {
-        (void)RgbColor::Red.ConvertColorSpace(ColorSpace::Unknown);
-        FAIL();
-    } catch (const UnsupportedPixelFormatException& failure) {
-        EXPECT_EQ(failure.get_Message(), "The specified color space is not supported.");
-    }
+    EXPECT_EQ(ThrownText<UnsupportedPixelFormatException>(
+                  [] { (void)RgbColor::Red.ConvertColorSpace(ColorSpace::Unknown); }),
+              "The specified color space is not supported.");
     EXPECT_THROW((void)RgbColor::Red.ConvertColorSpace(static_cast<ColorSpace>(1)), Host::ArgumentException);
     EXPECT_THROW(Color::Register(Color()), Host::ArgumentNullException);
 }

@@ -1,6 +1,8 @@
 #include <Corvane/Rasterloom/Color.h>
 #include <Corvane/Rasterloom/Host/Errors.h>
 
+#include "Throws.h"
+
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -11,13 +13,9 @@ namespace {
 
 using Ints = std::vector<std::int32_t>;
 
+/// Of any argument failure.
 std::string ParameterOf(const std::function<void()>& call) {
-    try {
-        call();
-    } catch (const Host::ArgumentException& failure) {
-        return failure.get_ParamName();
-    }
-    return "no failure";
+    return ThrownParameter<Host::ArgumentException>(call);
 }
 
 TEST(Color, FactoriesStoreWhatTheyAreGiven) {
@@ -163,12 +161,8 @@ TEST(Color, ImportArrayWantsEveryChannel) {
     probe.ImportArray32(Ints{1, 2, 3, 4, 5});
     EXPECT_EQ(probe.ToArray32(), (Ints{1, 2, 3, 4, 5}));
     EXPECT_EQ(ParameterOf([&] { probe.ImportArray32({}); }), "array");
-    try {
-        probe.ImportArray32(Ints{1, 2, 3, 4});
-        FAIL();
-    } catch (const Host::ArgumentException& failure) {
-        EXPECT_EQ(failure.get_Message(), "Number of array items should be the same as channels count.");
-    }
+    EXPECT_EQ(ThrownText<Host::ArgumentException>([&] { probe.ImportArray32(Ints{1, 2, 3, 4}); }),
+              "Number of array items should be the same as channels count.");
 }
 
 } // namespace

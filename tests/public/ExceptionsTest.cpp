@@ -1,5 +1,7 @@
 #include <Corvane/Rasterloom/Exceptions.h>
 
+#include "Throws.h"
+
 #include <gtest/gtest.h>
 
 namespace Corvane::Rasterloom {
@@ -37,12 +39,8 @@ TEST(Exceptions, OneTreeAcrossTheLibraryBoundary) {
 }
 
 TEST(Exceptions, ArgumentsAndInnerFailures) {
-    try {
-        Exception::GetManagedException(nullptr);
-        FAIL();
-    } catch (const Host::ArgumentNullException& failure) {
-        EXPECT_EQ(failure.get_ParamName(), "unmanagedException");
-    }
+    EXPECT_EQ(ThrownParameter<Host::ArgumentNullException>([] { Exception::GetManagedException(nullptr); }),
+              "unmanagedException");
     const Host::ArgumentOutOfRangeException told("width", "New bitmap width should be non-negative.");
     EXPECT_EQ(told.get_ParamName(), "width");
     EXPECT_EQ(told.get_Message(), "New bitmap width should be non-negative.");

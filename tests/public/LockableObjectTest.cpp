@@ -3,6 +3,8 @@
 #include <Corvane/Rasterloom/LockableObject.h>
 #include <Corvane/Rasterloom/RasterloomLibraryModule.h>
 
+#include "Throws.h"
+
 #include <atomic>
 #include <gtest/gtest.h>
 #include <memory>
@@ -43,12 +45,8 @@ TEST(LockableObject, ASecondLockOnOneThreadFailsAndLeavesTheFirst) {
     Sample object(disposals);
     EXPECT_FALSE(object.get_Locked());
     object.Lock();
-    try {
-        object.Lock();
-        FAIL();
-    } catch (const ObjectLockedException& exception) {
-        EXPECT_EQ(exception.get_Message(), "The instance has already been locked from this thread.");
-    }
+    EXPECT_EQ(ThrownText<ObjectLockedException>([&] { object.Lock(); }),
+              "The instance has already been locked from this thread.");
     EXPECT_TRUE(object.get_Locked());
     object.Unlock();
     object.Unlock(); // once more changes nothing: the next two locks must not both pass
@@ -103,12 +101,7 @@ TEST(LockableObjectThreading, AnyThreadMayUnlock) {
     object.Lock();
     OnAnotherThread([&] {
         object.set_Timeout(0);
-        try {
-            object.Lock();
-            ADD_FAILURE();
-        } catch (const TimeoutException& exception) {
-            EXPECT_EQ(exception.get_Message(), "The time is out.");
-        }
+        EXPECT_EQ(ThrownText<TimeoutException>([&] { object.Lock(); }), "The time is out.");
         object.Unlock();
     });
     object.Lock();

@@ -2,6 +2,8 @@
 #include <Corvane/Rasterloom/Exceptions.h>
 #include <Corvane/Rasterloom/PixelFormatUtils.h>
 
+#include "Throws.h"
+
 #include <gtest/gtest.h>
 
 namespace Corvane::Rasterloom {
@@ -15,28 +17,17 @@ TEST(PixelFormatUtils, AnswersAndRefusals) {
     EXPECT_TRUE(PixelFormatUtils::IsRgb(PixelFormat::Format1bppIndexed));
     EXPECT_FALSE(PixelFormatUtils::IsCmyk(PixelFormat::Format8bppGrayScale));
     EXPECT_EQ(PixelFormatUtils::ColorSpace(PixelFormat::FormatUnknown), ColorSpace::Unknown);
-    try {
-        PixelFormatUtils::ChannelCount(PixelFormat::FormatUnknown);
-        FAIL();
-    } catch (const UnsupportedPixelFormatException& failure) { // of the engine, with the engine's text
-        EXPECT_EQ(failure.get_Message(), "The specified pixel format is not supported.");
-    }
-    try {
-        PixelFormatUtils::AlphaChannelIndex(PixelFormat::Format24bppRgb);
-        FAIL();
-    } catch (const Host::ArgumentException& failure) {
-        EXPECT_EQ(failure.get_Message(), "The pixel format has no alpha channel.");
-        EXPECT_EQ(failure.get_ParamName(), "format");
-    }
+    EXPECT_EQ(ThrownText<UnsupportedPixelFormatException>(
+                  [] { PixelFormatUtils::ChannelCount(PixelFormat::FormatUnknown); }),
+              "The specified pixel format is not supported."); // of the engine, with the engine's text
+    const auto noAlpha = [] { PixelFormatUtils::AlphaChannelIndex(PixelFormat::Format24bppRgb); };
+    EXPECT_EQ(ThrownText<Host::ArgumentException>(noAlpha), "The pixel format has no alpha channel.");
+    EXPECT_EQ(ThrownParameter<Host::ArgumentException>(noAlpha), "format");
     // The premultiplied formats are the engine's own.
     for (const std::uint32_t word : {0x014E200BU, 0x011C400EU, 0x00000001U}) {
-        try {
-            PixelFormatUtils::HasAlpha(static_cast<PixelFormat>(word));
-            ADD_FAILURE() << word;
-        } catch (const Host::ArgumentException& failure) {
-            EXPECT_EQ(failure.get_Message(), "Enumeration value has an inappropriate value.");
-            EXPECT_EQ(failure.get_ParamName(), "format");
-        }
+        const auto unnamed = [word] { PixelFormatUtils::HasAlpha(static_cast<PixelFormat>(word)); };
+        EXPECT_EQ(ThrownText<Host::ArgumentException>(unnamed), "Enumeration value has an inappropriate value.");
+        EXPECT_EQ(ThrownParameter<Host::ArgumentException>(unnamed), "format");
     }
 }
 

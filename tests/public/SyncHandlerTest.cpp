@@ -2,6 +2,8 @@
 
 #include <Corvane/Rasterloom/Exceptions.h>
 
+#include "Throws.h"
+
 #include <functional>
 #include <gtest/gtest.h>
 #include <stdexcept>
@@ -54,13 +56,9 @@ TEST(SyncHandler, SyncAloneIsAccepted) {
     Operation operation;
     operation.set_SynchronizationMode(SynchronizationMode::Sync);
     for (const auto mode : {SynchronizationMode::Async, SynchronizationMode::AsyncViaMessageLoop}) {
-        try {
-            operation.set_SynchronizationMode(mode);
-            FAIL();
-        } catch (const Host::NotImplementedException& exception) {
-            EXPECT_TRUE(exception.get_Message().starts_with("Please, contact "));
-            EXPECT_TRUE(exception.get_Message().ends_with(" if you are using async mode."));
-        }
+        const std::string text =
+            ThrownText<Host::NotImplementedException>([&] { operation.set_SynchronizationMode(mode); });
+        EXPECT_TRUE(text.starts_with("Please, contact ") && text.ends_with(" if you are using async mode.")) << text;
     }
     EXPECT_THROW(operation.set_Priority(static_cast<ThreadPriority>(9)), Host::ArgumentException);
     EXPECT_THROW(operation.ExportEventsHostSettings(nullptr), Host::ArgumentNullException);

@@ -3,6 +3,8 @@
 #include <Corvane/Rasterloom/Exceptions.h>
 #include <Corvane/Rasterloom/Host/SimpleMessageLoop.h>
 
+#include "Throws.h"
+
 #include <atomic>
 #include <functional>
 #include <gtest/gtest.h>
@@ -28,16 +30,6 @@ std::string MessageOf(const std::exception_ptr& failure) {
     }
 }
 
-template <class Body>
-std::string FailureOf(Body body) {
-    try {
-        body();
-    } catch (...) {
-        return MessageOf(std::current_exception());
-    }
-    return "";
-}
-
 /// Registers a loop for this thread while it lives.
 class LoopScope {
 public:
@@ -46,15 +38,18 @@ public:
     const std::shared_ptr<Host::SimpleMessageLoop> Loop = std::make_shared<Host::SimpleMessageLoop>();
 };
 
-/// Writes down what a thread tells, in order, and calls a hook for each text.
+/// Writes down what a thread tells, in order, and runs an action at one of the texts.
 class Recorder {
 public:
     explicit Recorder(Thread& thread) {
-        m_tokens.push_back(thread.Starting.Subscribe([this](EventArgs&) { Add("Starting"); }));
-        m_tokens.push_back(thread.Started.Subscribe([this](EventArgs&) { Add("Started"); }));
-        m_tokens.push_back(thread.Paused.Subscribe([this](EventArgs&) { Add("Paused"); }));
-        m_tokens.push_back(thread.Continued.Subscribe([this](EventArgs&) { Add("Continued"); }));
-        m_tokens.push_back(thread.Aborted.Subscribe([this](EventArgs&) { Add("Aborted"); }));
+        const auto plain = [&](Host::Event<EventArgs>& event, const char* name) {
+            m_tokens.push_back(event.Subscribe([this, name](EventArgs&) { Add(name); }));
+        };
+        plain(thread.Starting, "Starting");
+        plain(thread.Started, "Started");
+        plain(thread.Paused, "Paused");
+        plain(thread.Continued, "Continued");
+        plain(thread.Aborted, "Aborted");
         m_tokens.push_back(thread.Stopping.Subscribe([this](ErrorEventArgs& args) { AddEnd("Stopping", args); }));
         m_tokens.push_back(thread.Stopped.Subscribe([this](ErrorEventArgs& args) { AddEnd("Stopped", args); }));
         m_tokens.push_back(thread.Progress.Subscribe([this](ProgressEventArgs& args) {
@@ -67,12 +62,23 @@ public:
         const std::lock_guard guard(m_mutex);
         return std::exchange(m_texts, {});
     }
+    Texts TakeWithoutProgress() {
+        Texts texts = Take();
+        std::erase_if(texts, [](const std::string& text) { return text.starts_with("Progress"); });
+        return texts;
+    }
     std::thread::id LastThread() {
         const std::lock_guard guard(m_mutex);
         return m_last;
     }
 
-    std::function<void(const std::string&)> Hook;
+    void On(std::string text, std::function<void()> action) {
+        m_when = std::move(text);
+        m_action = std::move(action);
+    }
+    void FailOn(std::string text, const char* message) {
+        On(std::move(text), [message] { throw std::runtime_error(message); });
+    }
 
 private:
     void AddEnd(const std::string& name, const ErrorEventArgs& args) {
@@ -85,20 +91,31 @@ private:
             m_texts.push_back(text);
             m_last = std::this_thread::get_id();
         }
-        if (Hook) {
-            Hook(text);
+        if (m_action && text == m_when) {
+            m_action();
         }
     }
 
     std::mutex m_mutex;
     Texts m_texts;
     std::thread::id m_last;
+    std::string m_when;
+    std::function<void()> m_action;
     std::vector<Host::Subscription> m_tokens;
 };
 
 void Steps(Thread& thread, int count) {
     thread._ResetProgress(count);
     for (int i = 0; i < count; ++i) {
+        thread._ReportProgress(1);
+    }
+}
+
+/// Steps until it is stopped; tells each.
+void StepsWithoutEnd(Thread& thread, const std::function<void()>& tell) {
+    thread._ResetProgress(1'000'000'000);
+    for (;;) {
+        tell();
         thread._ReportProgress(1);
     }
 }
@@ -188,24 +205,17 @@ TEST_P(ThreadingModes, AbortInAHandlerTakesEffectAtTheNextStep) {
     // In `Started` as well: what the body's own reset of the counter clears must not be lost.
     for (const std::string where : {"Started", "Progress 0"}) {
         int steps = 0;
-        m_machine.Events.Hook = [&](const std::string& text) {
-            if (text == where) {
-                m_thread.Abort();
-            }
-        };
-        Texts texts = m_machine.Run([&] {
-            m_thread._ResetProgress(10);
-            for (; steps < 10; ++steps) {
-                m_thread._ReportProgress(1);
-            }
-        });
-        EXPECT_EQ(steps, 0) << where;
-        std::erase_if(texts, [](const std::string& text) { return text.starts_with("Progress"); });
-        EXPECT_EQ(texts, (Texts{"Starting", "Started", "Stopping: Operation is aborted.", "Aborted",
-                                "Stopped: Operation is aborted."}));
+        m_machine.Events.On(where, [&] { m_thread.Abort(); });
+        m_thread.set_ThreadStart([&] { StepsWithoutEnd(m_thread, [&] { ++steps; }); });
+        m_thread.Start();
+        m_thread.WaitForCompletion();
+        EXPECT_EQ(steps, 1) << where; // the one that failed
+        EXPECT_EQ(m_machine.Events.TakeWithoutProgress(),
+                  (Texts{"Starting", "Started", "Stopping: Operation is aborted.", "Aborted",
+                         "Stopped: Operation is aborted."}));
         EXPECT_EQ(MessageOf(m_thread.get_Exception()), "Operation is aborted.");
     }
-    m_machine.Events.Hook = nullptr;
+    m_machine.Events.On("", nullptr);
     EXPECT_EQ(m_machine.Run([] {}).back(), "Stopped");
     EXPECT_EQ(m_thread.get_Exception(), nullptr);
 }
@@ -229,32 +239,23 @@ TEST_P(ThreadingModes, FailuresOfBodyAndHandlers) {
     EXPECT_EQ(m_machine.Run([] { throw 5; }).back(), "Stopped");
 
     // A handler's failure stops the work at its next step, and goes before the body's.
-    m_machine.Events.Hook = [](const std::string& text) {
-        if (text == "Started") {
-            throw std::runtime_error("handler");
-        }
-    };
+    m_machine.Events.FailOn("Started", "handler");
     EXPECT_EQ(m_machine.Run([this] { Steps(m_thread, 10); }),
               (Texts{"Starting", "Started", "Stopping: handler", "Aborted", "Stopped: handler"}));
 
     // One in `Starting` is the caller's, and leaves the machine at rest.
-    m_machine.Events.Hook = [](const std::string& text) {
-        if (text == "Starting") {
-            throw std::runtime_error("not now");
-        }
-    };
-    EXPECT_EQ(FailureOf([this] { m_thread.Start(); }), "not now");
+    m_machine.Events.FailOn("Starting", "not now");
+    EXPECT_EQ(ThrownText<std::runtime_error>([this] { m_thread.Start(); }), "not now");
     EXPECT_TRUE(m_thread.get_Completed());
 
     // One in `Stopped` has a caller in the mode Sync alone.
     m_machine.Events.Take();
-    m_machine.Events.Hook = [](const std::string& text) {
-        if (text == "Stopped") {
-            throw std::runtime_error("at the end");
-        }
-    };
-    const std::string failure = FailureOf([this] { m_machine.Run([] {}); });
-    EXPECT_EQ(failure, GetParam() == SynchronizationMode::Sync ? "at the end" : "");
+    m_machine.Events.FailOn("Stopped", "at the end");
+    if (GetParam() == SynchronizationMode::Sync) {
+        EXPECT_EQ(ThrownText<std::runtime_error>([this] { m_machine.Run([] {}); }), "at the end");
+    } else {
+        EXPECT_NO_THROW(m_machine.Run([] {}));
+    }
     EXPECT_EQ(MessageOf(m_thread.get_Exception()), "at the end");
     EXPECT_TRUE(m_thread.get_Completed());
 }
@@ -262,13 +263,13 @@ TEST_P(ThreadingModes, FailuresOfBodyAndHandlers) {
 TEST_P(ThreadingModes, AHandlerOfStoppedMayStartTheNextRun) {
     std::atomic<int> runs = 0;
     Gate done;
-    m_machine.Events.Hook = [&](const std::string& text) {
-        if (text == "Stopped" && runs < 3) {
+    m_machine.Events.On("Stopped", [&] {
+        if (runs < 3) {
             m_thread.Start();
-        } else if (text == "Stopped") {
+        } else {
             done.Open();
         }
-    };
+    });
     m_thread.set_ThreadStart([&] {
         ++runs;
         Steps(m_thread, 3);
@@ -293,13 +294,7 @@ TEST_P(ThreadingModes, AbortFromAnotherThread) {
             EXPECT_TRUE(m_thread.get_Completed()); // it has waited
         }
     });
-    const Texts texts = m_machine.Run([&] {
-        m_thread._ResetProgress(1'000'000'000);
-        for (;;) {
-            running.Open();
-            m_thread._ReportProgress(1);
-        }
-    });
+    const Texts texts = m_machine.Run([&] { StepsWithoutEnd(m_thread, [&] { running.Open(); }); });
     aborter.join();
     EXPECT_EQ(texts.back(), "Stopped: Operation is aborted.");
 }
@@ -322,10 +317,7 @@ TEST_P(ThreadingModes, DestroyingAThreadEndsItsRun) {
                 std::atomic<bool>& Flag;
                 ~Leave() { Flag = false; }
             } const leave{inBody};
-            pThread->_ResetProgress(1'000'000'000);
-            for (;;) {
-                pThread->_ReportProgress(1);
-            }
+            StepsWithoutEnd(*pThread, [] {});
         });
         thread->Start();
         if (GetParam() == SynchronizationMode::Async) {
@@ -345,11 +337,7 @@ TEST_P(ThreadingModes, DestroyingAThreadEndsItsRun) {
 }
 
 TEST_P(ThreadingModes, DisposedThreadsDoNotStart) {
-    m_machine.Events.Hook = [this](const std::string& text) {
-        if (text == "Started") {
-            EXPECT_THROW(m_thread.Dispose(), OperationNotCompletedException);
-        }
-    };
+    m_machine.Events.On("Started", [this] { EXPECT_THROW(m_thread.Dispose(), OperationNotCompletedException); });
     EXPECT_EQ(m_machine.Run([] {}).back(), "Stopped");
     m_thread.Dispose();
     m_thread.Dispose();
@@ -393,10 +381,9 @@ TEST_P(ThreadingModes, PauseAndContinue) {
     m_thread.Pause();
     m_thread.Abort();
     EXPECT_TRUE(m_thread.get_Completed());
-    Texts texts = m_machine.Events.Take();
-    std::erase_if(texts, [](const std::string& text) { return text.starts_with("Progress"); });
-    EXPECT_EQ(texts, (Texts{"Starting", "Started", "Paused", "Continued", "Paused", "Stopping: Operation is aborted.",
-                            "Aborted", "Stopped: Operation is aborted."}));
+    EXPECT_EQ(m_machine.Events.TakeWithoutProgress(),
+              (Texts{"Starting", "Started", "Paused", "Continued", "Paused", "Stopping: Operation is aborted.",
+                     "Aborted", "Stopped: Operation is aborted."}));
     goOn = false;
     m_thread.Start();
     m_thread.WaitForCompletion();
@@ -425,7 +412,7 @@ TEST(ThreadThreading, PauseInTheModeSyncHoldsTheCallerUntilAnotherThreadContinue
 
 TEST(ThreadThreading, MisuseFails) {
     Thread thread;
-    EXPECT_EQ(FailureOf([&] { thread.Start(); }), "Start method is not selected.");
+    EXPECT_EQ(ThrownText<Exception>([&] { thread.Start(); }), "Start method is not selected.");
     EXPECT_EQ(thread.get_PollingInterval(), 50);
     thread.set_PollingInterval(5);
     EXPECT_EQ(thread.get_PollingInterval(), 10);
@@ -436,7 +423,7 @@ TEST(ThreadThreading, MisuseFails) {
     std::string inBody;
     thread.set_SynchronizationMode(SynchronizationMode::Async);
     thread.set_Priority(ThreadPriority::Lowest);
-    thread.set_ThreadStart([&] { inBody = FailureOf([&] { thread.Pause(); }); });
+    thread.set_ThreadStart([&] { inBody = ThrownText<Exception>([&] { thread.Pause(); }); });
     thread.Start();
     thread.WaitForCompletion();
     EXPECT_EQ(inBody, "It is not allowed to call Pause method from multi-threaded event handlers.");
@@ -445,9 +432,9 @@ TEST(ThreadThreading, MisuseFails) {
     Recorder events(thread);
     thread.set_SynchronizationMode(SynchronizationMode::AsyncViaMessageLoop);
     EXPECT_THROW(thread.Start(), MessageLoopNotPresentedException);
-    EXPECT_EQ(FailureOf([&] { thread.Pause(); }),
+    EXPECT_EQ(ThrownText<Exception>([&] { thread.Pause(); }),
               "It is not allowed to call Pause method from non-message loop thread.");
-    EXPECT_EQ(FailureOf([&] { thread.Continue(); }),
+    EXPECT_EQ(ThrownText<Exception>([&] { thread.Continue(); }),
               "It is not allowed to call Continue method from non-message loop thread.");
     EXPECT_TRUE(events.Take().empty());
     thread.set_SynchronizationMode(SynchronizationMode::Sync);
@@ -476,11 +463,7 @@ TEST(ThreadThreading, ARunDrivenByALoopThatRunsItself) {
     thread.set_SynchronizationMode(SynchronizationMode::AsyncViaMessageLoop);
     thread.set_PollingInterval(10);
     thread.set_ThreadStart([&] { Steps(thread, 1000); });
-    events.Hook = [&](const std::string& text) {
-        if (text == "Stopped") {
-            scope.Loop->Quit();
-        }
-    };
+    events.On("Stopped", [&] { scope.Loop->Quit(); });
     thread.Start();
     scope.Loop->Run();
     const Texts texts = events.Take();

@@ -3,21 +3,13 @@
 #include <Corvane/Rasterloom/UnitConverterHandler.h>
 #include <Corvane/Rasterloom/UnitConverterObject.h>
 
+#include "Throws.h"
+
 #include <gtest/gtest.h>
 #include <limits>
 
 namespace Corvane::Rasterloom {
 namespace {
-
-template <class Failure, class Body>
-std::string MessageOf(Body body) {
-    try {
-        body();
-    } catch (const Failure& failure) {
-        return failure.get_Message();
-    }
-    return "no failure";
-}
 
 TEST(UnitConverter, EveryUnitAgainstTheInch) {
     const struct {
@@ -39,20 +31,17 @@ TEST(UnitConverter, EveryUnitAgainstTheInch) {
 TEST(UnitConverter, Failures) {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     for (const double resolution : {0.0, -1.0, nan}) {
-        try {
-            (void)UnitConverter::ConvertUnitsToPixels(resolution, 1, Unit::Inch);
-            FAIL();
-        } catch (const Host::ArgumentOutOfRangeException& exception) {
-            EXPECT_EQ(exception.get_ParamName(), "resolution");
-        }
+        EXPECT_EQ(ThrownParameter<Host::ArgumentOutOfRangeException>(
+                      [&] { (void)UnitConverter::ConvertUnitsToPixels(resolution, 1, Unit::Inch); }),
+                  "resolution");
     }
     const auto unnamed = static_cast<Unit>(10);
-    EXPECT_EQ(MessageOf<Host::ArgumentException>([&] { (void)UnitConverter::ConvertPixelsToUnits(96, 1, unnamed); }),
+    EXPECT_EQ(ThrownText<Host::ArgumentException>([&] { (void)UnitConverter::ConvertPixelsToUnits(96, 1, unnamed); }),
               "Enumeration value has an inappropriate value.");
     EXPECT_EQ(
-        MessageOf<Host::ArgumentException>([] { (void)UnitConverter::ConvertUnitsToPixels(96, 1e9, Unit::Inch); }),
+        ThrownText<Host::ArgumentException>([] { (void)UnitConverter::ConvertUnitsToPixels(96, 1e9, Unit::Inch); }),
         "You specify units value that cannot be converted to pixels.");
-    EXPECT_EQ(MessageOf<Host::ArgumentException>([] { (void)UnitConverter::ConvertPixelsToUnits(96, 1e10, Unit::Mm); }),
+    EXPECT_EQ(ThrownText<Host::ArgumentException>([] { (void)UnitConverter::ConvertPixelsToUnits(96, 1e10, Unit::Mm); }),
               "You specify pixels value that cannot be converted to units.");
     EXPECT_THROW((void)UnitConverter::ConvertUnitsToUnits(96, 1e9, Unit::Inch, Unit::Pixel), Host::OverflowException);
 }

@@ -1,7 +1,6 @@
 #include "Batch.h"
 
 #include <Corvane/Rasterloom/Codecs/EncoderOptions.h>
-#include <Corvane/Rasterloom/Codecs/FormatManager.h>
 #include <Corvane/Rasterloom/Exceptions.h>
 #include <Corvane/Rasterloom/Host/MemoryStream.h>
 
@@ -84,25 +83,25 @@ private:
         }
     }
 
+    std::int64_t FormatOf(const std::filesystem::path& file) const {
+        return FindFormatForSave(file == Standard ? m_options.StandardOutputFormat : file.extension().string());
+    }
+
     void RequireTarget(const std::filesystem::path& file) const {
-        if (file == Standard) {
-            FindFormatForSave(m_options.StandardOutputFormat);
-            return;
-        }
-        FindFormatForSave(file.extension().string());
-        if (!m_options.Force && std::filesystem::exists(file)) {
+        FormatOf(file);
+        if (file != Standard && !m_options.Force && std::filesystem::exists(file)) {
             throw std::runtime_error("the file exists; --force replaces it");
         }
     }
 
     void Save(Bitmap& bitmap, const std::filesystem::path& file) const {
+        const auto options = m_options.Saving.For(FormatOf(file));
         if (file != Standard) {
-            bitmap.Save(file);
+            bitmap.Save(file, options.get());
             return;
         }
         const auto stream = std::make_shared<Host::MemoryStream>();
-        const auto format = FindFormatForSave(m_options.StandardOutputFormat);
-        bitmap.Save(stream, Codecs::FormatManager::CreateEncoderOptions(format).get());
+        bitmap.Save(stream, options.get());
         const auto& bytes = stream->GetBuffer();
         if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) != bytes.size() || std::fflush(stdout) != 0) {
             throw std::runtime_error("standard output takes no more");

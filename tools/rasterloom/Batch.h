@@ -3,6 +3,7 @@
 #include "Console.h"
 #include "Files.h"
 #include "Operations.h"
+#include "SaveChoices.h"
 
 #include <functional>
 #include <vector>
@@ -18,6 +19,7 @@ struct BatchOptions {
     /// Format of what goes to standard output, by extension.
     std::string StandardOutputFormat;
     Settings Choices;
+    SaveChoices Saving;
     std::vector<Operation> Operations;
     /// Brings the picture into the bitmap and tells what it is.
     std::function<std::string(Corvane::Rasterloom::Bitmap&, const std::filesystem::path&, const Settings&)> Load;

@@ -41,4 +41,38 @@ RequestedSize RequestedSize::For(std::int32_t width, std::int32_t height) const 
     return {scaled(width), scaled(height), 0};
 }
 
+std::optional<RequestedBox> RequestedBox::Parse(const std::string& text) {
+    RequestedBox box;
+    std::int32_t* const values[] = {&box.Left, &box.Top, &box.Width, &box.Height};
+    std::string_view rest = text;
+    for (std::int32_t* const value : values) {
+        const bool last = value == &box.Height;
+        const auto comma = rest.find(',');
+        if ((comma == std::string_view::npos) != last || !ParseWhole(rest.substr(0, comma), *value)) {
+            return std::nullopt;
+        }
+        rest.remove_prefix(last ? rest.size() : comma + 1);
+    }
+    return box.Width > 0 && box.Height > 0 ? std::optional(box) : std::nullopt;
+}
+
+std::optional<double> ParseNumber(const std::string& text) {
+    double value = 0;
+    return ParseWhole(text, value) && std::isfinite(value) ? std::optional(value) : std::nullopt;
+}
+
+std::optional<std::uint32_t> ParseColor(const std::string& text) {
+    constexpr std::size_t opaque = 7;
+    constexpr std::size_t withAlpha = 9;
+    if ((text.size() != opaque && text.size() != withAlpha) || text.front() != '#') {
+        return std::nullopt;
+    }
+    std::uint32_t value = 0;
+    const auto [end, error] = std::from_chars(text.data() + 1, text.data() + text.size(), value, 16);
+    if (error != std::errc() || end != text.data() + text.size()) {
+        return std::nullopt;
+    }
+    return text.size() == opaque ? value | 0xFF000000U : value;
+}
+
 } // namespace Tool

@@ -18,4 +18,19 @@ struct RequestedSize {
     RequestedSize For(std::int32_t width, std::int32_t height) const;
 };
 
+/// "LEFT,TOP,WIDTH,HEIGHT" in pixels; left and top may be negative.
+struct RequestedBox {
+    std::int32_t Left = 0;
+    std::int32_t Top = 0;
+    std::int32_t Width = 0;
+    std::int32_t Height = 0;
+
+    static std::optional<RequestedBox> Parse(const std::string& text);
+};
+
+/// A finite number.
+std::optional<double> ParseNumber(const std::string& text);
+/// A colour as "#RRGGBB" or "#AARRGGBB", as 0xAARRGGBB.
+std::optional<std::uint32_t> ParseColor(const std::string& text);
+
 } // namespace Tool

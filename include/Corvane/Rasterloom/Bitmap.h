@@ -25,8 +25,12 @@ namespace Corvane::Rasterloom {
 
 class BitmapData;
 class BitmapLink;
+class BitmapStatisticsProvider;
+class ChannelsProvider;
+class ColorManagementProvider;
 class ColorPalette;
-class SyncHandler;
+class ColorProfile;
+class ISyncHandler;
 class TransformsProvider;
 namespace Codecs {
 class EncoderOptions;
@@ -159,7 +163,15 @@ public:
     std::shared_ptr<ColorPalette> get_Palette();
     /// Replaces the palette of an indexed raster by a copy; more than 2^bits entries fail with `Host::ArgumentException`.
     void set_Palette(const ColorPalette& palette);
+    /// The colour profile, null without one. The first reading of a profile that is no ICC profile drops it, silently.
+    std::shared_ptr<ColorProfile> get_ColorProfile();
+    /// Pixels stay as they are. The bitmap keeps a copy of a named file and shares a temporary one; null drops the profile.
+    /// Fails with `BitmapEmptyException` and with the failures of files.
+    void set_ColorProfile(const std::shared_ptr<ColorProfile>& colorProfile);
     std::shared_ptr<TransformsProvider> get_Transforms();
+    std::shared_ptr<BitmapStatisticsProvider> get_Statistics();
+    std::shared_ptr<ColorManagementProvider> get_ColorManagement();
+    std::shared_ptr<ChannelsProvider> get_Channels();
 
     /// @name Direct access
     /// A view on the raster's memory. One view at a time; as long as it lives the raster cannot be used otherwise.
@@ -226,7 +238,7 @@ public:
     void _OnProgress(std::int32_t step);
     /// For the progress of a reader, writer or transform at work on this bitmap; `sender` (may be null) is told to stop
     /// when `Abort` was called.
-    void _OnProgress(SyncHandler* sender, ProgressEventArgs& args);
+    void _OnProgress(ISyncHandler* sender, ProgressEventArgs& args);
     bool get__Aborted() const noexcept;
     void set__Aborted(bool aborted) noexcept;
 
@@ -244,7 +256,10 @@ private:
     void CheckBitsNotLocked() const;
     /// The deep copy, with both locks held.
     void _CreateFrom(Bitmap& bitmap);
+    /// Follows a change of the raster: the palette object is made anew, and the profile object when it is asked for.
+    void Update();
     void UpdatePalette();
+    void UpdateColorProfile();
     /// The shape of every change: `Changing`, the body under the lock, `Changed`.
     template <class Body> void Change(BitmapChange change, Body body);
     template <class Read> auto ReadRaster(Read read);

@@ -22,6 +22,8 @@ public:
     /// The time limit of the bitmap.
     std::int32_t get_Timeout() const noexcept override;
     void set_Timeout(std::int32_t milliseconds) noexcept override;
+    /// Waits as long as the bitmap's time limit tells.
+    void Lock() override;
 
 protected:
     explicit BitmapProvider(std::shared_ptr<BitmapLink> link);

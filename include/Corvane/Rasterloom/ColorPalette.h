@@ -2,7 +2,10 @@
 
 #include <Corvane/Rasterloom/Api.h>
 #include <Corvane/Rasterloom/Color.h>
+#include <Corvane/Rasterloom/ColorPaletteEnumerator.h>
 #include <Corvane/Rasterloom/ColorPaletteType.h>
+#include <Corvane/Rasterloom/ColorQuantizationAlgorithm.h>
+#include <Corvane/Rasterloom/Host/ArgbColor.h>
 #include <Corvane/Rasterloom/LockableObject.h>
 
 #include <cstdint>
@@ -15,6 +18,8 @@ class ColorMap;
 }
 
 namespace Corvane::Rasterloom {
+
+class Bitmap;
 
 /// A palette: up to 256 colours of 8 bits per channel, with or without alpha. The palette of a `Bitmap` shares the bitmap's
 /// entries, so a change shows in both.
@@ -30,13 +35,28 @@ public:
     ColorPalette(std::int32_t entryCount, bool withAlpha);
     /// A number of entries outside 2 to 256 fails with `Host::ArgumentOutOfRangeException` ("entries").
     ColorPalette(std::span<const RgbColor> entries, bool withAlpha);
+    /// From the platform's palette, of any number of entries; always with alpha. A null one fails with
+    /// `Host::ArgumentNullException` ("palette").
+    explicit ColorPalette(std::span<const Host::ArgbColor> palette);
+    /// A copy of the palette of an indexed bitmap, whatever is asked for. For any other bitmap a palette of at most
+    /// `entryCount` entries that is made from its colours; the bitmap is locked meanwhile.
+    ///
+    /// With alpha there are two kinds. With the threshold, entry 0 is transparent and stands for all pixels below
+    /// `alphaThreshold`, the other entries are opaque; without it the entries have the alpha of the picture. Both need
+    /// `entryCount` to be at least 8, and may then come out with 9 entries where 8 are asked for.
+    ///
+    /// Fails with `Host::ArgumentOutOfRangeException` for a count outside 2 to 256 ("entryCount") or below 8 with alpha,
+    /// and with `BitmapEmptyException`.
+    ColorPalette(Bitmap& bitmap, std::int32_t entryCount, bool withAlpha,
+                 ColorQuantizationAlgorithm algorithm = ColorQuantizationAlgorithm::Octree,
+                 std::uint8_t alphaThreshold = 255, bool useAlphaThreshold = true);
     /// Shares the engine's palette; null gives an empty one.
     explicit ColorPalette(std::shared_ptr<ImagingFramework::ColorMap> map);
     ~ColorPalette() override;
 
     std::int32_t get_Count();
     bool get_HasAlpha();
-    /// The predefined kind that it was made from, else `Custom`.
+    /// The kind that it was made as: predefined, `Adaptive` when made from the colours of a bitmap, else `Custom`.
     ColorPaletteType get_Type();
     /// Fails with `Host::ArgumentOutOfRangeException` ("itemIndex").
     RgbColor get_Item(std::int32_t itemIndex);
@@ -53,6 +73,11 @@ public:
     /// Sets all entries; another number than `Count` fails with `Host::ArgumentException` ("array").
     void Import(std::span<const RgbColor> array);
     std::unique_ptr<ColorPalette> Clone();
+    /// A cursor over the entries.
+    ColorPaletteEnumerator GetEnumerator();
+    /// The entries as the platform's palette has them.
+    std::vector<Host::ArgbColor> ToGdiplusPalette();
+    explicit operator std::vector<Host::ArgbColor>() { return ToGdiplusPalette(); }
 
     /// @name Lock-free bodies and the seam to the bitmap
     /// @{
@@ -63,6 +88,8 @@ public:
     /// Whether an entry changed since the palette was attached or the flag was cleared.
     bool _IsChanged() const noexcept { return m_bChanged; }
     void _ClearChanged() noexcept { m_bChanged = false; }
+    /// How a cursor that may outlive the palette finds it.
+    const std::shared_ptr<Codecs::ObjectLink<ColorPalette>>& get__Link() const noexcept { return m_pLink; }
     /// @}
 
     using LockableObject::Dispose;
@@ -75,6 +102,7 @@ private:
     void _SetColorKey(std::int32_t entryIndex);
     void CheckNotDisposed() const;
 
+    std::shared_ptr<Codecs::ObjectLink<ColorPalette>> m_pLink;
     std::shared_ptr<ImagingFramework::ColorMap> m_pColorMap;
     ColorPaletteType m_enType = ColorPaletteType::Custom;
     bool m_bChanged = false;

@@ -3,12 +3,18 @@
 #include <Corvane/Rasterloom/ActivityStatus.h>
 #include <Corvane/Rasterloom/Api.h>
 #include <Corvane/Rasterloom/BitmapChange.h>
+#include <Corvane/Rasterloom/ColorManagementEngine.h>
 #include <Corvane/Rasterloom/ColorPaletteType.h>
+#include <Corvane/Rasterloom/ColorQuantizationAlgorithm.h>
+#include <Corvane/Rasterloom/ColorProfileClass.h>
+#include <Corvane/Rasterloom/ColorTransformationIntent.h>
 #include <Corvane/Rasterloom/DitheringType.h>
 #include <Corvane/Rasterloom/Codecs/ActionType.h>
 #include <Corvane/Rasterloom/Codecs/CompressionType.h>
 #include <Corvane/Rasterloom/Codecs/DisposalMethod.h>
 #include <Corvane/Rasterloom/Codecs/LoadingMode.h>
+#include <Corvane/Rasterloom/Codecs/PngFilter.h>
+#include <Corvane/Rasterloom/Codecs/XmpNodeType.h>
 #include <Corvane/Rasterloom/Host/RotateFlipType.h>
 #include <Corvane/Rasterloom/PixelFormat.h>
 #include <Corvane/Rasterloom/SynchronizationMode.h>
@@ -48,7 +54,15 @@ RASTERLOOM_API std::span<const EnumName<BitmapChange>> EnumNames<BitmapChange>()
 template <>
 RASTERLOOM_API std::span<const EnumName<ColorPaletteType>> EnumNames<ColorPaletteType>();
 template <>
+RASTERLOOM_API std::span<const EnumName<ColorQuantizationAlgorithm>> EnumNames<ColorQuantizationAlgorithm>();
+template <>
 RASTERLOOM_API std::span<const EnumName<DitheringType>> EnumNames<DitheringType>();
+template <>
+RASTERLOOM_API std::span<const EnumName<ColorManagementEngine>> EnumNames<ColorManagementEngine>();
+template <>
+RASTERLOOM_API std::span<const EnumName<ColorTransformationIntent>> EnumNames<ColorTransformationIntent>();
+template <>
+RASTERLOOM_API std::span<const EnumName<ColorProfileClass>> EnumNames<ColorProfileClass>();
 template <>
 RASTERLOOM_API std::span<const EnumName<SynchronizationMode>> EnumNames<SynchronizationMode>();
 template <>
@@ -69,6 +83,10 @@ template <>
 RASTERLOOM_API std::span<const EnumName<Codecs::DisposalMethod>> EnumNames<Codecs::DisposalMethod>();
 template <>
 RASTERLOOM_API std::span<const EnumName<Codecs::LoadingMode>> EnumNames<Codecs::LoadingMode>();
+template <>
+RASTERLOOM_API std::span<const EnumName<Codecs::PngFilter>> EnumNames<Codecs::PngFilter>();
+template <>
+RASTERLOOM_API std::span<const EnumName<Codecs::XmpNodeType>> EnumNames<Codecs::XmpNodeType>();
 
 /// The proper name of a value; empty for a value without one.
 template <class E>

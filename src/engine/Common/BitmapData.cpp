@@ -1,5 +1,6 @@
 #include "Common/BitmapData.h"
 
+#include "Common/ColorProfileUtils.h"
 #include "Common/Numeric.h"
 #include "MemoryManagement/Memory.h"
 #include "metadata/Streams/AbstractReader.h"
@@ -19,7 +20,7 @@ namespace {
 constexpr std::uint64_t SerializedOverhead = 300;
 
 double ToDotsPerInch(double value, LinearUnit unit) {
-    const double dpi = value * UnitsPerInch(unit);
+    const double dpi = value / InchesPerUnit(unit);
     return std::isfinite(dpi) && dpi > 0.0 ? dpi : BitmapData::DefaultResolution;
 }
 
@@ -64,11 +65,11 @@ std::uint8_t* BitmapData::GetScanlineRef(std::uint32_t y) const {
 }
 
 double BitmapData::GetHorizontalResolution(LinearUnit unit) const noexcept {
-    return m_horizontalResolution / UnitsPerInch(unit);
+    return m_horizontalResolution * InchesPerUnit(unit);
 }
 
 double BitmapData::GetVerticalResolution(LinearUnit unit) const noexcept {
-    return m_verticalResolution / UnitsPerInch(unit);
+    return m_verticalResolution * InchesPerUnit(unit);
 }
 
 void BitmapData::SetHorizontalResolution(double value, LinearUnit unit) noexcept {
@@ -80,28 +81,26 @@ void BitmapData::SetVerticalResolution(double value, LinearUnit unit) noexcept {
 }
 
 void BitmapData::SetProfileName(const std::filesystem::path* pPath) {
-    m_pProfile.reset();
+    // The path may be that of the old profile, whose file goes with it.
+    const std::shared_ptr<const ProfileFile> old = std::move(m_pProfile);
     if (pPath == nullptr) {
         return;
     }
     if (IsEmpty()) {
         throw NotInitializedException("BitmapData");
     }
-    m_pProfile = ProfileFile::Duplicate(*pPath);
+    m_pProfile = DuplicateColorProfile(*pPath);
 }
 
 void BitmapData::SetProfile(const void* pProfileBuffer, std::size_t size) {
     if (pProfileBuffer == nullptr) {
         throw ArgumentNullPointerException("pProfileBuffer");
     }
-    m_pProfile = ProfileFile::FromBytes({static_cast<const std::uint8_t*>(pProfileBuffer), size});
+    m_pProfile = CreateProfileByData({static_cast<const std::uint8_t*>(pProfileBuffer), size});
 }
 
 std::vector<std::uint8_t> BitmapData::GetProfileData() const {
-    if (!m_pProfile) {
-        throw CmException(Exception::DefaultHresult, "The raster has no color profile.");
-    }
-    return m_pProfile->ReadBytes();
+    return ImagingFramework::GetProfileData(GetProfileNameRef());
 }
 
 void BitmapData::Create(std::uint32_t width, std::uint32_t height, PixelFormat format, const ColorMap* pPalette) {
@@ -216,7 +215,7 @@ std::uint64_t BitmapData::GetSize() const {
         size += m_pColorMap->GetSerializedSize();
     }
     if (m_pProfile) {
-        size += m_pProfile->GetSize();
+        size += GetProfileDataSize(&m_pProfile->GetPath());
     }
     return size;
 }
@@ -250,7 +249,7 @@ void BitmapData::Serialize(AbstractWriter* pWriter) const {
     if (m_pColorMap) {
         m_pColorMap->Serialize(pWriter);
     }
-    const std::vector<std::uint8_t> profile = m_pProfile ? m_pProfile->ReadBytes() : std::vector<std::uint8_t>();
+    const std::vector<std::uint8_t> profile = m_pProfile ? GetProfileData() : std::vector<std::uint8_t>();
     pWriter->WriteDword(static_cast<std::uint32_t>(profile.size()));
     if (!profile.empty()) {
         pWriter->WriteBytes(profile.data(), profile.size());

@@ -69,11 +69,13 @@ public:
     const std::filesystem::path* GetProfileNameRef() const noexcept { return m_pProfile ? &m_pProfile->GetPath() : nullptr; }
     const std::shared_ptr<const ProfileFile>& GetProfileFile() const noexcept { return m_pProfile; }
     void SetProfileFile(std::shared_ptr<const ProfileFile> profile) noexcept { m_pProfile = std::move(profile); }
-    /// Keeps a duplicate of the file; null drops the profile. Fails with `NotInitializedException` on an empty raster.
+    /// Keeps a duplicate of the file; null drops the profile. Fails with `NotInitializedException` on an empty raster,
+    /// and as `DuplicateColorProfile`.
     void SetProfileName(const std::filesystem::path* pPath);
     /// Fails with `ArgumentNullPointerException` ("pProfileBuffer") on null.
     void SetProfile(const void* pProfileBuffer, std::size_t size);
-    /// Fails with `CmException` without a profile.
+    /// Fails with `CmException` ("Bitmap doesn't have color profile.") without a profile, and as the function
+    /// `GetProfileData`.
     std::vector<std::uint8_t> GetProfileData() const;
 
     /// A new raster of zeroed pixels with default resolutions and no profile. A width or height of 0 gives an empty one of

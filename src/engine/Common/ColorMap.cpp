@@ -126,9 +126,12 @@ void ColorMap::ForgetMapper() noexcept {
     m_uintSearchCount = 0;
 }
 
-GridColorMapper* ColorMap::GetGrid() {
-    if (!m_pGrid && GridColorMapper::IsApplicable(*this)) {
-        auto grid = std::make_unique<GridColorMapper>(GetMapper().GetSearch());
+GridColorMapper* ColorMap::GetGrid(std::size_t searchCount) {
+    KDTreeColorMapper& mapper = GetMapper();
+    m_uintSearchCount +=
+        static_cast<std::uint32_t>(std::min<std::size_t>(searchCount, SearchesBeforeGrid - m_uintSearchCount));
+    if (!m_pGrid && m_uintSearchCount == SearchesBeforeGrid && GridColorMapper::IsApplicable(*this)) {
+        auto grid = std::make_unique<GridColorMapper>(mapper.GetSearch());
         grid->SetColorMap(*this);
         m_pGrid = std::move(grid);
     }
@@ -137,28 +140,21 @@ GridColorMapper* ColorMap::GetGrid() {
 
 std::uint32_t ColorMap::FindNearestEntryIndex(std::uint8_t alpha, std::uint8_t red, std::uint8_t green,
                                               std::uint8_t blue) {
-    if (m_pGrid) {
-        return m_pGrid->Find(alpha, red, green, blue);
+    if (GridColorMapper* const grid = GetGrid(1)) {
+        return grid->Find(std::uint32_t{alpha} << 24 | std::uint32_t{red} << 16 | std::uint32_t{green} << 8 |
+                          std::uint32_t{blue});
     }
-    KDTreeColorMapper& mapper = GetMapper();
-    if (m_uintSearchCount < SearchesBeforeGrid && ++m_uintSearchCount == SearchesBeforeGrid) {
-        GetGrid();
-    }
-    return mapper.GetNearestColorIndex(alpha, red, green, blue);
+    return m_mapper.GetNearestColorIndex(alpha, red, green, blue);
 }
 
 void ColorMap::FindNearestEntries(const std::uint8_t* pPixels, std::size_t count, std::uint8_t* pIndices) {
-    KDTreeColorMapper& mapper = GetMapper();
-    m_uintSearchCount += static_cast<std::uint32_t>(std::min<std::size_t>(count, SearchesBeforeGrid - m_uintSearchCount));
-    if (m_uintSearchCount == SearchesBeforeGrid) {
-        if (GridColorMapper* const grid = GetGrid()) {
-            grid->MapPixels(pPixels, count, pIndices);
-            return;
-        }
+    if (GridColorMapper* const grid = GetGrid(count)) {
+        grid->MapPixels(pPixels, count, pIndices);
+        return;
     }
     for (std::size_t i = 0; i < count; ++i) {
         const std::uint8_t* const pixel = pPixels + 4 * i;
-        const std::uint32_t index = mapper.GetNearestColorIndex(pixel[3], pixel[2], pixel[1], pixel[0]);
+        const std::uint32_t index = m_mapper.GetNearestColorIndex(pixel[3], pixel[2], pixel[1], pixel[0]);
         pIndices[i] = static_cast<std::uint8_t>(std::min<std::uint32_t>(index, 255));
     }
 }

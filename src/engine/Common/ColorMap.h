@@ -65,6 +65,9 @@ public:
     void CopyColorMapperSettings(const ColorMap& objColorMap);
     /// The tree, ready for searches; made when needed. Valid until an entry changes.
     KDTreeColorMapper& GetMapper();
+    /// The grid, which answers as the tree does, for a caller with `searchCount` searches at hand; null while it does not
+    /// pay to make it and where it cannot serve the map. Valid until an entry changes.
+    GridColorMapper* GetGrid(std::size_t searchCount);
 
     /// Format, entry count and, when not empty, byte size and entries; 32 bits each.
     void Serialize(AbstractWriter* pWriter) const;
@@ -79,8 +82,6 @@ private:
     std::uint8_t* Entry(std::uint32_t index);
     const std::uint8_t* Entry(std::uint32_t index) const;
     void ForgetMapper() noexcept;
-    /// Null when the grid cannot serve this map.
-    GridColorMapper* GetGrid();
 
     std::vector<std::uint8_t> m_entries;
     PixelFormat m_format = PixelFormat::FormatUnknown;

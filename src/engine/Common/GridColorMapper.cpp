@@ -1,10 +1,13 @@
 #include "Common/GridColorMapper.h"
 
 #include "Common/ColorMap.h"
+#include "Common/GridVector.h"
 #include "ErrorHandling/Exceptions.h"
 
 #include <algorithm>
 #include <limits>
+#include <span>
+#include <unordered_map>
 
 namespace ImagingFramework {
 
@@ -12,24 +15,36 @@ namespace {
 
 constexpr std::uint32_t MaximumGridEntries = 1024;
 
+/// A longer list is no faster than the tree.
+constexpr std::size_t MaximumCandidates = 64;
+/// All lists together, in blocks. Cells that are met when it is reached are left to the tree.
+constexpr std::size_t MaximumBlocks = std::size_t{1} << 17;
+
+constexpr std::uint32_t CellUnknown = 0;
+constexpr std::uint32_t CellOfTree = 1 << 8; ///< no blocks either
+constexpr std::uint16_t NoEntry = 0xFFFF;
+
+/// So many of the entries next to the middle of a cell are tried on the others.
+constexpr std::size_t Contenders = 8;
+
+constexpr std::uint32_t Square(std::int32_t value) { return static_cast<std::uint32_t>(value * value); }
+
+/// Two words side by side, the first one low.
+constexpr std::int32_t PairOf(std::int32_t first, std::int32_t second) {
+    return static_cast<std::int32_t>((static_cast<std::uint32_t>(first) & 0xFFFFU) |
+                                     static_cast<std::uint32_t>(second) << 16);
+}
+
 } // namespace
 
 bool GridColorMapper::IsApplicable(const ColorMap& map) {
-    if (map.IsEmpty() || map.GetEntryCount() > MaximumGridEntries) {
-        return false;
-    }
-    for (std::uint32_t i = 1; i < map.GetEntryCount(); ++i) {
-        if (map.GetAlpha(i) != map.GetAlpha(0)) {
-            return false;
-        }
-    }
-    return true;
+    return !map.IsEmpty() && map.GetEntryCount() <= MaximumGridEntries;
 }
 
 void GridColorMapper::Reset() noexcept {
     ColorMapper::Reset();
     m_cells.clear();
-    m_candidates.clear();
+    m_blocks.clear();
 }
 
 void GridColorMapper::SetColorMap(const ColorMap& map) {
@@ -37,103 +52,251 @@ void GridColorMapper::SetColorMap(const ColorMap& map) {
         throw ArgumentException("map");
     }
     ColorMapper::SetColorMap(map);
-    m_uintEntryCount = map.GetEntryCount();
-    m_cells.resize(std::size_t{1} << (3 * CellBits));
-    m_scratch.resize(m_uintEntryCount);
+    const auto& points = m_pTree->GetPoints();
+    const bool hasOneAlpha = std::ranges::all_of(points, [&](const auto& point) { return point[0] == points[0][0]; });
+    m_uintAlphaMask = hasOneAlpha ? 0 : (1U << CellBits[0]) - 1;
+    m_entries.clear();
+    for (const auto& point : points) {
+        m_entries.insert(m_entries.end(), {point[3], point[2], point[1], point[0]});
+    }
+    FindDuplicates();
     BuildAxisBounds();
+    m_cells.assign(std::size_t{CellCount(0)} << (CellBits[1] + CellBits[2] + CellBits[3]), CellUnknown);
+}
+
+void GridColorMapper::FindDuplicates() {
+    const auto& points = m_pTree->GetPoints();
+    m_representatives.resize(points.size());
+    m_hasDuplicates.assign(points.size(), 0);
+    m_uniques.clear();
+    std::unordered_map<std::uint32_t, std::uint16_t> firsts;
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        const auto& p = points[i];
+        const auto color = static_cast<std::uint32_t>(p[0]) << 24 | static_cast<std::uint32_t>(p[1]) << 16 |
+                           static_cast<std::uint32_t>(p[2]) << 8 | static_cast<std::uint32_t>(p[3]);
+        const auto [first, isNew] = firsts.emplace(color, static_cast<std::uint16_t>(i));
+        m_representatives[i] = first->second;
+        if (isNew) {
+            m_uniques.push_back(first->second);
+        } else {
+            m_hasDuplicates[first->second] = 1;
+        }
+    }
+}
+
+// --- Cells
+
+std::uint32_t GridColorMapper::CellCount(std::size_t axis) const {
+    return axis == 0 && m_uintAlphaMask == 0 ? 1U : 1U << CellBits[axis];
+}
+
+/// The values of a cell along an axis. Where all entries have one alpha, it stands for all alphas: they are equally far
+/// from every entry.
+GridColorMapper::Range GridColorMapper::CellRange(std::size_t axis, std::uint32_t coordinate) const {
+    if (CellCount(axis) == 1) {
+        const std::int32_t alpha = m_pTree->GetPoints()[0][0];
+        return {alpha, alpha};
+    }
+    const std::uint32_t bits = 8 - CellBits[axis];
+    const auto low = static_cast<std::int32_t>(coordinate << bits);
+    return {low, low + (1 << bits) - 1};
 }
 
 void GridColorMapper::BuildAxisBounds() {
     const auto& points = m_pTree->GetPoints();
-    m_nearBounds.resize(std::size_t{3} * CellsPerAxis * m_uintEntryCount);
-    m_farBounds.resize(m_nearBounds.size());
-    std::size_t out = 0;
-    for (std::size_t axis = 1; axis <= 3; ++axis) {
-        for (std::uint32_t cell = 0; cell < CellsPerAxis; ++cell) {
-            const auto low = static_cast<std::int32_t>(cell * CellSize);
-            const std::int32_t high = low + static_cast<std::int32_t>(CellSize) - 1;
-            for (std::uint32_t i = 0; i < m_uintEntryCount; ++i, ++out) {
-                const std::int32_t value = points[i][axis];
-                const std::int32_t near = std::max({low - value, 0, value - high});
-                const std::int32_t far = std::max(value - low, high - value);
-                m_nearBounds[out] = ColorDistanceWeights[axis] * static_cast<std::uint32_t>(near * near);
-                m_farBounds[out] = ColorDistanceWeights[axis] * static_cast<std::uint32_t>(far * far);
+    for (std::size_t axis = 0; axis < 4; ++axis) {
+        AxisBounds& bounds = m_bounds[axis];
+        bounds.Near.clear();
+        bounds.Far.clear();
+        for (std::uint32_t cell = 0; cell < CellCount(axis); ++cell) {
+            const Range range = CellRange(axis, cell);
+            for (const std::uint16_t entry : m_uniques) {
+                const std::int32_t value = points[entry][axis];
+                const std::int32_t near = std::max({range.Low - value, 0, value - range.High});
+                const std::int32_t far = std::max(value - range.Low, range.High - value);
+                bounds.Near.push_back(ColorDistanceWeights[axis] * Square(near));
+                bounds.Far.push_back(ColorDistanceWeights[axis] * Square(far));
             }
         }
     }
+    m_nearest.resize(m_uniques.size());
 }
 
-/// Lists every entry that is not farther from the nearest corner of the cell than some entry is from its farthest: a
-/// superset of the nearest entries of all colours in it, those that tie included.
-void GridColorMapper::FillCell(Cell& cell, std::uint32_t red, std::uint32_t green, std::uint32_t blue) {
-    const std::size_t n = m_uintEntryCount;
-    const std::size_t rows[3] = {red * n, (CellsPerAxis + green) * n, (2 * CellsPerAxis + blue) * n};
+/// Lists every entry that is not farther from the nearest point of the cell than some entry is from its farthest: a
+/// superset of the nearest entries of all colours in it, those that tie included; those next to the middle first.
+void GridColorMapper::ListCandidates(const std::array<std::uint32_t, 4>& coordinates, const Box& box) {
+    const std::size_t n = m_uniques.size();
+    const std::uint32_t* near[4];
+    const std::uint32_t* far[4];
+    for (std::size_t axis = 0; axis < 4; ++axis) {
+        near[axis] = m_bounds[axis].Near.data() + coordinates[axis] * n;
+        far[axis] = m_bounds[axis].Far.data() + coordinates[axis] * n;
+    }
     std::uint32_t bound = std::numeric_limits<std::uint32_t>::max();
     for (std::size_t i = 0; i < n; ++i) {
-        bound = std::min(bound, m_farBounds[rows[0] + i] + m_farBounds[rows[1] + i] + m_farBounds[rows[2] + i]);
-        m_scratch[i] = m_nearBounds[rows[0] + i] + m_nearBounds[rows[1] + i] + m_nearBounds[rows[2] + i];
+        bound = std::min(bound, far[0][i] + far[1][i] + far[2][i] + far[3][i]);
+        m_nearest[i] = near[0][i] + near[1][i] + near[2][i] + near[3][i];
     }
-    cell.First = static_cast<std::uint32_t>(m_candidates.size());
-    const auto& points = m_pTree->GetPoints();
+    KDTreeColorMapper::Search::Point middle;
+    for (std::size_t axis = 0; axis < 4; ++axis) {
+        middle[axis] = (box[axis].Low + box[axis].High) / 2;
+    }
+    m_candidates.clear();
     for (std::size_t i = 0; i < n; ++i) {
-        if (m_scratch[i] <= bound) {
-            m_candidates.push_back({static_cast<std::int16_t>(points[i][1]), static_cast<std::int16_t>(points[i][2]),
-                                    static_cast<std::int16_t>(points[i][3]), static_cast<std::uint16_t>(i)});
+        if (m_nearest[i] <= bound) {
+            m_candidates.push_back({m_pTree->Distance(middle, m_uniques[i]), m_uniques[i]});
         }
     }
-    cell.Count = static_cast<std::uint32_t>(m_candidates.size()) - cell.First;
+    std::ranges::sort(m_candidates, {}, &Candidate::Distance);
 }
 
-std::uint32_t GridColorMapper::Find(std::uint8_t alpha, std::uint8_t red, std::uint8_t green, std::uint8_t blue) {
-    RequireMap();
-    const std::uint32_t r = red / CellSize;
-    const std::uint32_t g = green / CellSize;
-    const std::uint32_t b = blue / CellSize;
-    Cell& cell = m_cells[((r << CellBits) + g) * CellsPerAxis + b];
-    if (cell.Count == 0) {
-        FillCell(cell, r, g, b);
+/// Whether every colour of the box is farther from `entry` than from `by`. The difference of both distances is linear
+/// in the colour, so that its largest value lies in a corner.
+bool GridColorMapper::IsBeaten(std::uint32_t entry, std::uint32_t by, const Box& box) const {
+    const auto& loser = m_pTree->GetPoints()[entry];
+    const auto& winner = m_pTree->GetPoints()[by];
+    std::int32_t largest = 0;
+    for (std::size_t axis = 0; axis < 4; ++axis) {
+        const std::int32_t step = winner[axis] - loser[axis];
+        const std::int32_t worst = step > 0 ? box[axis].Low : box[axis].High;
+        largest += static_cast<std::int32_t>(ColorDistanceWeights[axis]) * step *
+                   (winner[axis] + loser[axis] - 2 * worst);
     }
-    const Candidate* const candidates = m_candidates.data() + cell.First;
-    const std::uint32_t last = m_pTree->GetLastFound();
+    return largest < 0;
+}
+
+/// Takes entries off the list that cannot be nearest anywhere in the box, not even in a tie.
+void GridColorMapper::DropBeaten(const Box& box) {
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < m_candidates.size(); ++i) {
+        const Candidate candidate = m_candidates[i];
+        const auto end = m_candidates.begin() + static_cast<std::ptrdiff_t>(std::min(kept, Contenders));
+        const bool isBeaten = std::any_of(m_candidates.begin(), end, [&](const Candidate& contender) {
+            return IsBeaten(candidate.Entry, contender.Entry, box);
+        });
+        if (!isBeaten) {
+            m_candidates[kept++] = candidate;
+        }
+    }
+    m_candidates.resize(kept);
+}
+
+std::uint32_t GridColorMapper::FillCell(std::uint32_t cell) {
+    std::array<std::uint32_t, 4> coordinates;
+    Box box;
+    std::uint32_t rest = cell;
+    for (std::size_t axis = 4; axis-- > 0;) {
+        coordinates[axis] = rest & ((1U << CellBits[axis]) - 1);
+        rest >>= CellBits[axis];
+        box[axis] = CellRange(axis, coordinates[axis]);
+    }
+    ListCandidates(coordinates, box);
+    DropBeaten(box);
+    m_cells[cell] = WriteBlocks();
+    return m_cells[cell];
+}
+
+/// Stores the list and gives the word of its cell. An entry with duplicates stands in it twice, so that every search
+/// that ends with it finds a tie.
+std::uint32_t GridColorMapper::WriteBlocks() {
+    std::uint16_t entries[MaximumCandidates];
+    std::size_t count = 0;
+    for (const Candidate& candidate : m_candidates) {
+        const std::size_t times = m_hasDuplicates[candidate.Entry] + std::size_t{1};
+        if (count + times > MaximumCandidates) {
+            return CellOfTree;
+        }
+        std::fill_n(entries + count, times, candidate.Entry);
+        count += times;
+    }
+    const std::size_t first = m_blocks.size();
+    const std::size_t blockCount = (count + BlockSize - 1) / BlockSize;
+    if (first + blockCount > MaximumBlocks) {
+        return CellOfTree;
+    }
+    for (std::size_t i = 0; i < count; i += BlockSize) {
+        m_blocks.push_back(MakeBlock(entries + i, std::min(BlockSize, count - i)));
+    }
+    return static_cast<std::uint32_t>(first << 8 | blockCount);
+}
+
+GridColorMapper::Block GridColorMapper::MakeBlock(const std::uint16_t* entries, std::size_t count) const {
+    Block block;
+    block.Constants.fill(std::numeric_limits<std::int32_t>::max());
+    block.Entries.fill(NoEntry);
+    for (std::size_t i = 0; i < count; ++i) {
+        const auto& point = m_pTree->GetPoints()[entries[i]];
+        std::int32_t factors[4];
+        std::int32_t constant = 0;
+        for (std::size_t axis = 0; axis < 4; ++axis) {
+            const auto weight = static_cast<std::int32_t>(ColorDistanceWeights[axis]);
+            factors[axis] = -2 * weight * point[axis];
+            constant += weight * point[axis] * point[axis];
+        }
+        block.BlueGreen[i] = PairOf(factors[3], factors[2]);
+        block.RedAlpha[i] = PairOf(factors[1], factors[0]);
+        block.Constants[i] = constant * 256 + (entries[i] & 255);
+        block.Entries[i] = entries[i];
+    }
+    return block;
+}
+
+// --- Searches
+
+std::uint32_t GridColorMapper::Find(std::uint32_t pixel) {
+    RequireMap();
+    const std::uint32_t index = CellIndex(pixel, m_uintAlphaMask);
+    std::uint32_t cell = m_cells[index];
+    if (cell == CellUnknown) {
+        cell = FillCell(index);
+    }
+    const KDTreeColorMapper::Search::Point query = {
+        static_cast<std::int32_t>(pixel >> 24), static_cast<std::int32_t>(pixel >> 16 & 255),
+        static_cast<std::int32_t>(pixel >> 8 & 255), static_cast<std::int32_t>(pixel & 255)};
+    if (cell == CellOfTree) {
+        return m_pTree->Find(query);
+    }
+    const std::uint32_t lastOfColor = m_representatives[m_pTree->GetLastFound()];
     std::uint32_t best = std::numeric_limits<std::uint32_t>::max();
-    std::uint32_t index = 0;
-    bool unique = true;
+    std::uint32_t found = 0;
+    bool isUnique = true;
     bool lastTies = false;
-    for (std::uint32_t i = 0; i < cell.Count; ++i) {
-        const Candidate& candidate = candidates[i];
-        const std::int32_t dr = red - candidate.Red;
-        const std::int32_t dg = green - candidate.Green;
-        const std::int32_t db = blue - candidate.Blue;
-        const auto distance = static_cast<std::uint32_t>(30 * dr * dr + 59 * dg * dg + 11 * db * db);
-        if (distance < best) {
+    for (const Block& block : std::span(m_blocks).subspan(cell >> 8, cell & 255)) {
+        for (std::size_t i = 0; i < BlockSize && block.Entries[i] != NoEntry; ++i) {
+            const std::uint32_t distance = m_pTree->Distance(query, block.Entries[i]);
+            if (distance > best) {
+                continue;
+            }
+            isUnique = distance < best;
+            lastTies = (lastTies && !isUnique) || block.Entries[i] == lastOfColor;
+            found = block.Entries[i];
             best = distance;
-            index = candidate.Index;
-            unique = true;
-            lastTies = candidate.Index == last;
-        } else if (distance == best) {
-            unique = false;
-            lastTies = lastTies || candidate.Index == last;
         }
     }
     if (lastTies) {
-        return last;
+        return m_pTree->GetLastFound();
     }
-    if (!unique) {
-        return m_pTree->Find({alpha, red, green, blue});
+    if (!isUnique) {
+        return m_pTree->Find(query);
     }
-    m_pTree->SetLastFound(index);
-    return index;
+    m_pTree->SetLastFound(found);
+    return found;
 }
 
 std::int32_t GridColorMapper::GetNearestColorIndex(std::uint8_t red, std::uint8_t green, std::uint8_t blue) {
-    return static_cast<std::int32_t>(Find(255, red, green, blue));
+    return static_cast<std::int32_t>(
+        Find(0xFF000000U | std::uint32_t{red} << 16 | std::uint32_t{green} << 8 | std::uint32_t{blue}));
 }
 
 void GridColorMapper::MapPixels(const std::uint8_t* pPixels, std::size_t count, std::uint8_t* pIndices) {
+    RequireMap();
+    if (HasByteIndices() && GridVector::MapPixels(*this, pPixels, count, pIndices)) {
+        return;
+    }
     for (std::size_t i = 0; i < count; ++i) {
-        const std::uint8_t* const pixel = pPixels + 4 * i;
-        pIndices[i] =
-            static_cast<std::uint8_t>(std::min<std::uint32_t>(Find(pixel[3], pixel[2], pixel[1], pixel[0]), 255));
+        const std::uint8_t* const p = pPixels + 4 * i;
+        const std::uint32_t pixel = p[0] | std::uint32_t{p[1]} << 8 | std::uint32_t{p[2]} << 16 | std::uint32_t{p[3]} << 24;
+        pIndices[i] = static_cast<std::uint8_t>(std::min<std::uint32_t>(Find(pixel), 255));
     }
 }
 

@@ -183,13 +183,12 @@ void ProgressReporter::SetMaximumStepCount(std::int32_t count) {
 }
 
 std::int32_t ProgressReporter::Report(std::int32_t count) {
-    if (m_intStepsDone >= m_intMaximumStepCount) {
-        return m_intMaximumStepCount;
+    if (m_intStepsDone < m_intMaximumStepCount) {
+        const std::int32_t steps = std::min(count, m_intMaximumStepCount - m_intStepsDone);
+        UpdateEvents(steps);
+        m_intStepsDone += steps;
     }
-    const std::int32_t steps = std::min(count, m_intMaximumStepCount - m_intStepsDone);
-    UpdateEvents(steps);
-    m_intStepsDone += steps;
-    return steps;
+    return m_intStepsDone;
 }
 
 } // namespace ImagingFramework

@@ -122,7 +122,7 @@ std::uint32_t GetTickCount() noexcept;
 class ProgressReporter : public IInternalEventsHostImpl {
 public:
     void SetMaximumStepCount(std::int32_t count);
-    /// Steps really reported; the maximum when all of them were reported before.
+    /// Gives the steps done so far.
     std::int32_t Report(std::int32_t count);
 
 private:

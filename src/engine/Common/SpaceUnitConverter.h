@@ -22,6 +22,9 @@ enum class LinearUnit : std::uint32_t {
 /// How many of a unit make an inch; a value that is no unit counts as inches. 96 for pixels, which only scaling uses.
 double UnitsPerInch(LinearUnit unit) noexcept;
 
+/// One of a unit in inches. Resolutions change their unit by it: per inch they are `resolution / InchesPerUnit`.
+inline double InchesPerUnit(LinearUnit unit) noexcept { return 1.0 / UnitsPerInch(unit); }
+
 /// Conversion of lengths between pixels and units. Resolutions are pixels per inch.
 class SpaceUnitConverter {
 public:

@@ -102,7 +102,7 @@ struct PlatformCode {
 };
 
 constexpr PlatformCode PlatformCodes[] = {
-    {2, SystemFailure::FileNotFound, ENOENT},      {3, SystemFailure::PathNotFound, ENOTDIR},
+    {2, SystemFailure::FileNotFound, ENOENT},      {3, SystemFailure::PathNotFound, ENOENT},
     {5, SystemFailure::AccessDenied, EACCES},      {123, SystemFailure::InvalidName, EINVAL},
     {183, SystemFailure::AlreadyExists, EEXIST},
 };
@@ -207,7 +207,8 @@ void ThrowWin32Exception(std::int32_t code, std::string_view text, SourceLocatio
             Raise(known.Failure, JoinTexts(text, SystemText(known.Errno)), where);
         }
     }
-    Raise(SystemFailure::Other, JoinTexts(text, SystemText(code)), where);
+    // The words of this system are for other numbers.
+    Raise(SystemFailure::Other, std::string(text), where);
 }
 
 } // namespace ImagingFramework

@@ -25,6 +25,6 @@ struct MemoryDeleter {
 };
 
 /// `size` bytes, shared-owned; zeroed, or with undefined contents.
-std::shared_ptr<unsigned char> AllocSharedBytes(std::size_t size, bool zeroed = true);
+std::shared_ptr<unsigned char> AllocSharedBytes(std::size_t size, bool zeroed);
 
 } // namespace ImagingFramework

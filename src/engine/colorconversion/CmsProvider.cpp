@@ -1,48 +1,78 @@
 #include "colorconversion/CmsProvider.h"
 
-#include <cstring>
-#include <filesystem>
-#include <fstream>
+#include "Common/LcmsProfile.h"
+#include "Common/SystemProfiles.h"
+#include "ErrorHandling/Exceptions.h"
+#include "colorconversion/IcmProvider.h"
+#include "colorconversion/LcmsProvider.h"
 
 namespace ImagingFramework {
 
 namespace {
 
-// Positions in the header of an ICC profile.
-constexpr std::size_t HeaderSize = 128;
-constexpr std::size_t ColorSpacePosition = 16;
-constexpr std::size_t FileSignaturePosition = 36;
+std::string& Require(std::string* pResult, const char* name) {
+    if (pResult == nullptr) {
+        throw ArgumentNullPointerException(name);
+    }
+    return *pResult;
+}
 
-struct SpaceCode {
-    char Signature[5];
-    std::uint32_t Code;
-};
-
-constexpr SpaceCode SpaceCodes[] = {
-    {"RGB ", 0x01000000}, {"GRAY", 0x12000000}, {"CMYK", 0x14000000}, {"Lab ", 0x18000000},
-    {"XYZ ", 0x21000000}, {"Luv ", 0x22000000}, {"YCbr", 0x24000000}, {"Yxy ", 0x28000000},
-    {"HSV ", 0x41000000}, {"HLS ", 0x42000000}, {"CMY ", 0x44000000},
-};
+/// Puts what `question` answers into the result, which is checked before the file is opened.
+void Answer(std::string* pResult, const char* name, const std::string& profileName,
+            std::string (LcmsProfile::*question)() const) {
+    std::string& result = Require(pResult, name);
+    result = (LcmsProfile(profileName).*question)();
+}
 
 } // namespace
 
-std::uint32_t CmsProvider::GetProfileColorSpace(const std::string& profileName) {
-    const std::u8string path(profileName.begin(), profileName.end());
-    std::ifstream file(std::filesystem::path(path), std::ios::binary);
-    char header[HeaderSize];
-    if (!file.read(header, HeaderSize) || std::memcmp(header + FileSignaturePosition, "acsp", 4) != 0) {
-        throw CmOpenProfileException(profileName);
-    }
-    for (const SpaceCode& space : SpaceCodes) {
-        if (std::memcmp(header + ColorSpacePosition, space.Signature, 4) == 0) {
-            return space.Code;
-        }
-    }
-    throw UnsupportedPixelFormatException();
+std::uint32_t CmsProvider::GetDeviceClass(const std::string& profileName) {
+    return LcmsProfile(profileName).GetDeviceClass();
 }
 
-std::unique_ptr<CmsProvider> CreateCmsProvider(ColorManagementEngine) {
-    return nullptr;
+std::uint32_t CmsProvider::GetProfileColorSpace(const std::string& profileName) {
+    return LcmsProfile(profileName).GetColorSpace();
+}
+
+void CmsProvider::GetProfileName(const std::string& profileName, std::string* pstrName) {
+    Answer(pstrName, "pstrName", profileName, &LcmsProfile::GetName);
+}
+
+void CmsProvider::GetProfileDescription(const std::string& profileName, std::string* pstrDescription) {
+    Answer(pstrDescription, "pstrDescription", profileName, &LcmsProfile::GetDescription);
+}
+
+void CmsProvider::GetProfileInfo(const std::string& profileName, std::string* pstrInfo) {
+    Answer(pstrInfo, "pstrInfo", profileName, &LcmsProfile::GetInfo);
+}
+
+void CmsProvider::GetProfileManufacturer(const std::string& profileName, std::string* pstrManufacturer) {
+    Answer(pstrManufacturer, "pstrManufacturer", profileName, &LcmsProfile::GetManufacturer);
+}
+
+void CmsProvider::GetProfileModel(const std::string& profileName, std::string* pstrModel) {
+    Answer(pstrModel, "pstrModel", profileName, &LcmsProfile::GetModel);
+}
+
+void CmsProvider::GetProfileCopyright(const std::string& profileName, std::string* pstrCopyright) {
+    Answer(pstrCopyright, "pstrCopyright", profileName, &LcmsProfile::GetCopyright);
+}
+
+void CmsProvider::GetColorProfilesDirectory(std::string* pstrPath) {
+    std::string& path = Require(pstrPath, "pstrPath");
+    path = GetSystemProfileDirectory().string();
+}
+
+void CmsProvider::GetSRgbFilePath(std::string* pstrPath) {
+    std::string& path = Require(pstrPath, "pstrPath");
+    path = GetSRgbProfile()->GetPath().string();
+}
+
+std::unique_ptr<CmsProvider> CreateCmsProvider(ColorManagementEngine engine) {
+    if (engine == ColorManagementEngine::AdobeCmm) {
+        return std::make_unique<IcmProvider>();
+    }
+    return std::make_unique<LcmsProvider>();
 }
 
 } // namespace ImagingFramework

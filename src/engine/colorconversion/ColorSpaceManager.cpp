@@ -16,15 +16,37 @@ void CheckUnitRange(const char* name, double value) {
     }
 }
 
-void VerifyThatProfileMatchesColorspace(const std::optional<std::string>& profile, ColorSpace space) {
-    if (profile && CmsProvider::GetProfileColorSpace(*profile) != static_cast<std::uint32_t>(space)) {
+bool IsInSpace(const std::string& profile, ColorSpace space) {
+    try {
+        return CmsProvider::GetProfileColorSpace(profile) == static_cast<std::uint32_t>(space);
+    } catch (const UnsupportedPixelFormatException&) {
+        return false; // a space that no pixel format has
+    }
+}
+
+void VerifyThatProfileMatchesColorspace(const std::string* pProfile, ColorSpace space) {
+    if (pProfile != nullptr && !IsInSpace(*pProfile, space)) {
         throw CmUnappropriateProfileException();
     }
 }
 
-const std::string* PointerTo(const std::optional<std::string>& name) {
-    return name ? &*name : nullptr;
+ColorSpaceManager::ProfileHandle ToHandle(const std::string* pProfileName) {
+    return pProfileName != nullptr ? std::make_shared<const ProfileFile>(*pProfileName) : nullptr;
 }
+
+/// The name of a profile file for those who take a pointer to one.
+class NameOf {
+public:
+    explicit NameOf(const ColorSpaceManager::ProfileHandle& profile)
+        : m_strName(profile ? profile->GetPath().string() : std::string()), m_pName(profile ? &m_strName : nullptr) {}
+    NameOf(const NameOf&) = delete;
+    NameOf& operator=(const NameOf&) = delete;
+    operator const std::string*() const { return m_pName; } // NOLINT(google-explicit-constructor)
+
+private:
+    std::string m_strName;
+    const std::string* m_pName;
+};
 
 /// The format without alpha in which a single colour is converted.
 PixelFormat ColorFormat(ColorSpace space) {
@@ -44,29 +66,41 @@ PixelFormat ColorFormat(ColorSpace space) {
 
 // --- Settings
 
-void ColorSpaceManager::SetProfile(ProfileName& profile, const std::string* pProfileName, ColorSpace space) {
-    // The name may be the very one that is held.
-    const ProfileName name = pProfileName != nullptr ? ProfileName(*pProfileName) : ProfileName();
-    profile.reset();
-    VerifyThatProfileMatchesColorspace(name, space);
-    profile = name;
+void ColorSpaceManager::SetProfile(ProfileHandle& held, ProfileHandle profile, ColorSpace space) {
+    held.reset();
+    VerifyThatProfileMatchesColorspace(NameOf(profile), space);
+    held = std::move(profile);
 }
 
 void ColorSpaceManager::SetRgbColorProfile(const std::string* pProfileName) {
-    SetProfile(m_rgbProfile, pProfileName, ColorSpace::Rgb);
+    SetRgbColorProfileFile(ToHandle(pProfileName));
 }
 
 void ColorSpaceManager::SetGrayColorProfile(const std::string* pProfileName) {
-    SetProfile(m_grayProfile, pProfileName, ColorSpace::GrayScale);
+    SetGrayColorProfileFile(ToHandle(pProfileName));
 }
 
 void ColorSpaceManager::SetCmykColorProfile(const std::string* pProfileName) {
-    SetProfile(m_cmykProfile, pProfileName, ColorSpace::Cmyk);
+    SetCmykColorProfileFile(ToHandle(pProfileName));
 }
 
 void ColorSpaceManager::SetTargetColorProfile(const std::string* pProfileName) {
-    m_targetProfile = pProfileName != nullptr ? ProfileName(*pProfileName) : ProfileName();
+    SetTargetColorProfileFile(ToHandle(pProfileName));
 }
+
+void ColorSpaceManager::SetRgbColorProfileFile(ProfileHandle profile) {
+    SetProfile(m_rgbProfile, std::move(profile), ColorSpace::Rgb);
+}
+
+void ColorSpaceManager::SetGrayColorProfileFile(ProfileHandle profile) {
+    SetProfile(m_grayProfile, std::move(profile), ColorSpace::GrayScale);
+}
+
+void ColorSpaceManager::SetCmykColorProfileFile(ProfileHandle profile) {
+    SetProfile(m_cmykProfile, std::move(profile), ColorSpace::Cmyk);
+}
+
+void ColorSpaceManager::SetTargetColorProfileFile(ProfileHandle profile) { m_targetProfile = std::move(profile); }
 
 void ColorSpaceManager::SetDitheringIntensity(double intensity) {
     CheckUnitRange("intensity", intensity);
@@ -130,7 +164,7 @@ ChainLinkParameters ColorSpaceManager::LinkParameters(PixelFormat sourceFormat, 
     return parameters;
 }
 
-const ColorSpaceManager::ProfileName& ColorSpaceManager::DestinationProfile(PixelFormat destinationFormat) const {
+const ColorSpaceManager::ProfileHandle& ColorSpaceManager::DestinationProfile(PixelFormat destinationFormat) const {
     switch (PixelFormatColorSpace(destinationFormat)) {
     case ColorSpace::GrayScale:
         return m_grayProfile;
@@ -141,26 +175,20 @@ const ColorSpaceManager::ProfileName& ColorSpaceManager::DestinationProfile(Pixe
     }
 }
 
-/// The provider for the colour space step; null where a profile is missing on either side, when the formula of the link
-/// is what is wanted.
+/// The provider for the colour space step. It is not ready where a profile is missing on either side, when the formula
+/// of the link is what is wanted.
 std::unique_ptr<CmsProvider> ColorSpaceManager::CreateProvider(PixelFormat sourceFormat,
                                                                PixelFormat destinationFormat) {
-    const ProfileName& destinationProfile = DestinationProfile(destinationFormat);
-    VerifyThatProfileMatchesColorspace(m_sourceProfile, PixelFormatColorSpace(sourceFormat));
-    VerifyThatProfileMatchesColorspace(destinationProfile, PixelFormatColorSpace(destinationFormat));
-    const bool isManaged = m_sourceProfile && destinationProfile;
-    m_resultProfile = isManaged ? destinationProfile : ProfileName();
+    const ProfileHandle& destinationProfile = DestinationProfile(destinationFormat);
+    const std::string* const pSource = m_sourceProfile ? &*m_sourceProfile : nullptr;
+    const NameOf destination(destinationProfile);
+    VerifyThatProfileMatchesColorspace(pSource, PixelFormatColorSpace(sourceFormat));
+    VerifyThatProfileMatchesColorspace(destination, PixelFormatColorSpace(destinationFormat));
+    m_resultProfile = m_sourceProfile ? destinationProfile : nullptr;
     std::unique_ptr<CmsProvider> provider = CreateCmsProvider(m_engine);
-    if (!provider) {
-        if (isManaged) {
-            // The formula would give colours that the result profile does not describe.
-            throw Exception("The color management engine is not available.");
-        }
-        return nullptr;
-    }
-    provider->SetSrcColorProfile(PointerTo(m_sourceProfile));
-    provider->SetDestColorProfile(PointerTo(destinationProfile));
-    provider->SetTargetColorProfile(PointerTo(m_targetProfile));
+    provider->SetSrcColorProfile(pSource);
+    provider->SetDestColorProfile(destination);
+    provider->SetTargetColorProfile(NameOf(m_targetProfile));
     provider->SetColorTransformIntent(m_intent);
     return provider;
 }

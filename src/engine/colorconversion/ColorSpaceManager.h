@@ -26,6 +26,8 @@ public:
     /// A colour as 16-bit channels in memory order, alpha last.
     using Channels = std::array<std::uint16_t, 5>;
 
+    using ProfileHandle = std::shared_ptr<const ProfileFile>;
+
     ColorSpaceManager() = default;
 
     /// Converts `source`. With a null `destination` a new raster is made and stored on success only; a raster that is
@@ -78,6 +80,11 @@ public:
     void SetGrayColorProfile(const std::string* pProfileName);
     void SetCmykColorProfile(const std::string* pProfileName);
     void SetTargetColorProfile(const std::string* pProfileName);
+    /// The same with files that converted rasters may share. Null is accepted.
+    void SetRgbColorProfileFile(ProfileHandle profile);
+    void SetGrayColorProfileFile(ProfileHandle profile);
+    void SetCmykColorProfileFile(ProfileHandle profile);
+    void SetTargetColorProfileFile(ProfileHandle profile);
     /// How 16 bits are narrowed to 8; checked when a chain is built.
     void SetBitsUsedQuantizeTo8(std::uint8_t bits) { m_bitsUsed = bits; }
     std::uint8_t GetBitsUsedQuantizeTo8() const { return m_bitsUsed; }
@@ -124,8 +131,8 @@ private:
     struct RasterConversion;
 
     ChainLinkParameters LinkParameters(PixelFormat sourceFormat, PixelFormat destinationFormat) const;
-    void SetProfile(ProfileName& profile, const std::string* pProfileName, ColorSpace space);
-    const ProfileName& DestinationProfile(PixelFormat destinationFormat) const;
+    static void SetProfile(ProfileHandle& held, ProfileHandle profile, ColorSpace space);
+    const ProfileHandle& DestinationProfile(PixelFormat destinationFormat) const;
     std::unique_ptr<CmsProvider> CreateProvider(PixelFormat sourceFormat, PixelFormat destinationFormat);
 
     void InitializeAlphaBlend(PixelFormat sourceFormat, PixelFormat destinationFormat, std::uint32_t pixelCount);
@@ -141,11 +148,11 @@ private:
 
     ColorManagementEngine m_engine = ColorManagementEngine::LittleCms;
     ColorTransformIntent m_intent = ColorTransformIntent::Perceptual;
-    ProfileName m_rgbProfile;
-    ProfileName m_grayProfile;
-    ProfileName m_cmykProfile;
-    ProfileName m_targetProfile;
-    ProfileName m_resultProfile; ///< what the converted pixels are in; none unless colour managed
+    ProfileHandle m_rgbProfile;
+    ProfileHandle m_grayProfile;
+    ProfileHandle m_cmykProfile;
+    ProfileHandle m_targetProfile;
+    ProfileHandle m_resultProfile; ///< what the converted pixels are in; none unless colour managed
     std::uint8_t m_bitsUsed = 16;
     std::uint16_t m_offset = 0;
     std::uint8_t m_scale = 16;

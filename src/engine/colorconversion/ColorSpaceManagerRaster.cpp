@@ -1,3 +1,4 @@
+#include "Common/ColorProfileUtils.h"
 #include "Common/EventsMetaHost.h"
 #include "Common/Numeric.h"
 #include "colorconversion/AdaptivePaletteCreator.h"
@@ -82,7 +83,8 @@ void ColorSpaceManager::TransformBitmapData(const BitmapData& source, PixelForma
 
 void ColorSpaceManager::ConvertRaster(const BitmapData& source, BitmapData& destination) {
     RasterConversion conversion{source, destination, *this, nullptr};
-    const ProfileName resultProfile = m_resultProfile;
+    // Taken now: the chain that counts the entries of a palette has none.
+    const ProfileHandle resultProfile = m_resultProfile;
     if (PixelFormatIsIndexed(destination.GetPixelFormat())) {
         PrepareColorMap(conversion);
     }
@@ -91,15 +93,16 @@ void ColorSpaceManager::ConvertRaster(const BitmapData& source, BitmapData& dest
         destination.SetColorMap(m_destinationColorMap);
         m_destinationColorMap.Empty();
     }
-    const std::filesystem::path path = resultProfile ? std::filesystem::path(*resultProfile) : std::filesystem::path();
-    destination.SetProfileName(resultProfile ? &path : nullptr);
+    destination.SetProfileFile(DuplicateColorProfile(resultProfile));
 }
 
 void ColorSpaceManager::CreateAdaptiveColorMap(RasterConversion& conversion) {
     conversion.Split();
     AdaptivePaletteParameters parameters;
-    parameters.EntryCount =
-        m_uintColorMapEntryCount != 0 ? m_uintColorMapEntryCount : EntryLimit(conversion.DestinationFormat());
+    parameters.EntryCount = EntryLimit(conversion.DestinationFormat());
+    if (m_uintColorMapEntryCount != 0) {
+        parameters.EntryCount = std::min(parameters.EntryCount, m_uintColorMapEntryCount);
+    }
     parameters.CreateWithAlpha = m_bCreateColorMapWithAlpha;
     parameters.Algorithm = m_algorithm;
     parameters.UseAlphaThreshold = m_bUsePaletteAlphaThreshold;

@@ -109,6 +109,27 @@ void ColorTransformChain::AllocateBuffers() {
     m_buffers = std::move(buffers);
 }
 
+/// An alpha that the first link adds and the last one drops has no part in the result: the provider between them then
+/// goes straight from the one scanline to the other. False, with nothing done, where the chain is another.
+bool ColorTransformChain::TransformWithoutAlpha(const std::uint8_t* pSrcScanline, std::uint8_t* pDestScanline) {
+    if (m_links.size() != 3) {
+        return false;
+    }
+    const PixelFormat source = m_links[0]->GetSrcPixelFormat();
+    const PixelFormat destination = m_links[2]->GetDstPixelFormat();
+    const bool isAlphaOnly = source != IndexedFormat && destination != IndexedFormat &&
+                             !PixelFormatHasAlpha(source) && !PixelFormatHasAlpha(destination) &&
+                             PixelFormatAddAlpha(source) == m_links[1]->GetSrcPixelFormat() &&
+                             PixelFormatAddAlpha(destination) == m_links[1]->GetDstPixelFormat();
+    if (!isAlphaOnly || !m_links[1]->ApplyProviderTransform(pSrcScanline, source, pDestScanline, destination)) {
+        return false;
+    }
+    for (const auto& link : m_links) {
+        link->SkipRun();
+    }
+    return true;
+}
+
 void ColorTransformChain::ApplyScanlineTransform(const std::uint8_t* pSrcScanline, std::uint8_t* pDestScanline) {
     if (pSrcScanline == nullptr) {
         throw ArgumentNullPointerException("pSrcScanline");
@@ -116,7 +137,7 @@ void ColorTransformChain::ApplyScanlineTransform(const std::uint8_t* pSrcScanlin
     if (pDestScanline == nullptr) {
         throw ArgumentNullPointerException("pDestScanline");
     }
-    if (m_links.empty()) {
+    if (m_links.empty() || TransformWithoutAlpha(pSrcScanline, pDestScanline)) {
         return;
     }
     if (m_buffers.size() + 1 != m_links.size()) {

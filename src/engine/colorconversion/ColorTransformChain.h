@@ -55,6 +55,7 @@ public:
 
 private:
     void AllocateBuffers();
+    bool TransformWithoutAlpha(const std::uint8_t* pSrcScanline, std::uint8_t* pDestScanline);
 
     std::vector<std::unique_ptr<IColorTransformLink>> m_links;
     std::vector<MemPtr<std::uint8_t>> m_buffers; ///< outputs of all links but the last, made when first needed

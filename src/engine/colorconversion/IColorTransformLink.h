@@ -51,6 +51,9 @@ public:
     virtual void ApplyScanlineTransform(const std::uint8_t* source, std::uint8_t* destination) = 0;
     /// True when a colour management provider has done the whole run, false when the link's own formula must.
     virtual bool ApplyProviderTransform(const std::uint8_t* source, std::uint8_t* destination) = 0;
+    /// The same from and to formats that stand in for the link's own: those without the alpha that it has.
+    virtual bool ApplyProviderTransform(const std::uint8_t* source, PixelFormat sourceFormat, std::uint8_t* destination,
+                                        PixelFormat destinationFormat) = 0;
     /// True while the link would only copy its run; the chain then spares the copy and calls `SkipRun`.
     virtual bool IsPassThrough() const = 0;
     /// What a run of a link that passes its pixels through does besides the copy.

@@ -21,11 +21,16 @@ void IColorTransformLinkImpl::AllocOutBuffer(MemPtr<std::uint8_t>* ppScanlineBuf
     AllocScanline(ppScanlineBuffer, m_run.PixelCount, PixelFormatSize(m_dstFormat), 1);
 }
 
-bool IColorTransformLinkImpl::ApplyProviderTransform(const std::uint8_t* source, std::uint8_t* destination) {
+bool IColorTransformLinkImpl::ApplyProviderTransform(const std::uint8_t* source, PixelFormat sourceFormat,
+                                                     std::uint8_t* destination, PixelFormat destinationFormat) {
     if (m_srcFormat == IndexedFormat || m_dstFormat == IndexedFormat || !IsProviderReady()) {
         return false;
     }
-    m_pProvider->TransformScanline(source, m_srcFormat, destination, m_dstFormat, m_run.PixelCount);
+    const bool areOwn = sourceFormat == m_srcFormat && destinationFormat == m_dstFormat;
+    if (!areOwn && !(m_pProvider->IsFormatSupported(sourceFormat) && m_pProvider->IsFormatSupported(destinationFormat))) {
+        return false;
+    }
+    m_pProvider->TransformScanline(source, sourceFormat, destination, destinationFormat, m_run.PixelCount);
     return true;
 }
 

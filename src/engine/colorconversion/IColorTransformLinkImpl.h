@@ -44,7 +44,11 @@ public:
     bool GetUsePaletteAlphaThreshold() const override { return false; }
     void SetUsePaletteAlphaThreshold(bool) override {}
     /// A provider that is not ready leaves the link's own formula in force.
-    bool ApplyProviderTransform(const std::uint8_t* source, std::uint8_t* destination) override;
+    bool ApplyProviderTransform(const std::uint8_t* source, std::uint8_t* destination) override {
+        return ApplyProviderTransform(source, m_srcFormat, destination, m_dstFormat);
+    }
+    bool ApplyProviderTransform(const std::uint8_t* source, PixelFormat sourceFormat, std::uint8_t* destination,
+                                PixelFormat destinationFormat) override;
     bool IsPassThrough() const override { return false; }
     void SkipRun() override { UpdateEvents(1); }
 

@@ -159,6 +159,22 @@ const std::uint8_t* Argb32ToIndexedLink::CutByAlpha(const std::uint8_t* source) 
     return m_workingCopy.data();
 }
 
+/// Makes the dithering object on the first run. It borrows the map and counts on the width, hence a new one when they
+/// change.
+void Argb32ToIndexedLink::PrepareDithering() {
+    const DitheringSetup setup{m_ditheringType, m_uintDitheringIntensity, m_run.PixelCount, m_pDstColorMap};
+    if (setup == m_ditheringSetup) {
+        return;
+    }
+    std::unique_ptr<Dithering> dithering;
+    if (setup.Type != DitheringType::None) {
+        dithering = CreateDithering(m_srcFormat, m_dstFormat, setup.Type);
+        dithering->Open(setup.Width, setup.Intensity, setup.Map);
+    }
+    m_pDithering = std::move(dithering);
+    m_ditheringSetup = setup;
+}
+
 void Argb32ToIndexedLink::MapPixels(const std::uint8_t* source, std::uint8_t* indices) {
     if (m_pDithering) {
         m_pDithering->ApplyDithering(source, indices);
@@ -175,11 +191,7 @@ void Argb32ToIndexedLink::ApplyScanlineTransform(const std::uint8_t* source, std
     if (m_run.PixelCount == 0) {
         return;
     }
-    if (!m_pDithering && m_ditheringType != DitheringType::None) {
-        auto dithering = CreateDithering(m_srcFormat, m_dstFormat, m_ditheringType);
-        dithering->Open(m_run.PixelCount, m_uintDitheringIntensity, m_pDstColorMap);
-        m_pDithering = std::move(dithering);
-    }
+    PrepareDithering();
     source = CutByAlpha(source);
     if (m_uintDstBits == 8) {
         MapPixels(source, destination);

@@ -42,7 +42,8 @@ private:
 
 /// Colours to the nearest entries of the destination map, with dithering where a type is set. Fails with
 /// `PaletteException` without a destination map. With the threshold in use and a transparent entry in the map, alpha
-/// becomes a hard cut.
+/// becomes a hard cut. Dithering carries errors from run to run, so runs come in the order of the rows; a setting that
+/// changes makes it begin anew.
 class Argb32ToIndexedLink final : public IColorTransformLinkImpl {
 public:
     Argb32ToIndexedLink() : IColorTransformLinkImpl(PixelFormat::Format32bppArgb, IndexedFormat) {}
@@ -55,10 +56,21 @@ public:
     void ApplyScanlineTransform(const std::uint8_t* source, std::uint8_t* destination) override;
 
 private:
+    /// What a dithering object is made for.
+    struct DitheringSetup {
+        DitheringType Type = DitheringType::None;
+        std::uint32_t Intensity = 0;
+        std::uint32_t Width = 0;
+        ColorMap* Map = nullptr;
+        bool operator==(const DitheringSetup&) const = default;
+    };
+
+    void PrepareDithering();
     const std::uint8_t* CutByAlpha(const std::uint8_t* source);
     void MapPixels(const std::uint8_t* source, std::uint8_t* indices);
 
-    std::unique_ptr<Dithering> m_pDithering;
+    std::unique_ptr<Dithering> m_pDithering; ///< null without dithering
+    DitheringSetup m_ditheringSetup;
     std::vector<std::uint8_t> m_indices;
     std::vector<std::uint8_t> m_workingCopy;
     std::uint8_t m_paletteAlphaThreshold = 0;

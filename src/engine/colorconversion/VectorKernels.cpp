@@ -1,5 +1,7 @@
 #include "colorconversion/VectorKernels.h"
 
+#include "Common/VectorTarget.h"
+
 #include <algorithm>
 
 #undef HWY_TARGET_INCLUDE
@@ -34,7 +36,7 @@ BlockPlan MakePlan(std::uint32_t sourceSize, std::uint32_t destinationSize, std:
     return plan;
 }
 
-#if HWY_TARGET != HWY_SCALAR && HWY_MAX_BYTES >= 32
+#if !RASTERLOOM_PLAIN_TARGET && HWY_MAX_BYTES >= 32
 /// Two blocks at a time. `Span` is how many bytes of a destination block hold pixels; where it is a constant the stores
 /// are packed into one.
 template <std::uint32_t Span>
@@ -84,7 +86,7 @@ std::size_t RepackBlocks(const BlockPlan& plan, const std::uint8_t* source, std:
         return RepackPairs<0>(plan, source, sourceSize, destination, destinationSize, count);
     }
 }
-#elif HWY_TARGET != HWY_SCALAR
+#elif !RASTERLOOM_PLAIN_TARGET
 std::size_t RepackBlocks(const BlockPlan& plan, const std::uint8_t* source, std::uint32_t sourceSize,
                          std::uint8_t* destination, std::uint32_t destinationSize, std::size_t count) {
     const hn::FixedTag<std::uint8_t, 16> d;
@@ -106,7 +108,7 @@ void RepackPixels(const std::uint8_t* source, std::uint32_t sourceSize, std::uin
                   std::uint32_t destinationSize, std::uint16_t fill, std::size_t count) {
     std::size_t done = 0;
     // Without byte shuffles the plain loop is the faster one.
-#if HWY_TARGET != HWY_SCALAR && HWY_TARGET != HWY_SSE2
+#if !RASTERLOOM_PLAIN_TARGET
     if (count >= 16) {
         const BlockPlan plan = MakePlan(sourceSize, destinationSize, fill);
         done = RepackBlocks(plan, source, sourceSize, destination, destinationSize, count);
@@ -118,7 +120,7 @@ void RepackPixels(const std::uint8_t* source, std::uint32_t sourceSize, std::uin
 
 void WidenBytes(const std::uint8_t* source, std::uint8_t* destination, std::size_t count) {
     std::size_t i = 0;
-#if HWY_TARGET != HWY_SCALAR
+#if !RASTERLOOM_PLAIN_TARGET
     const hn::ScalableTag<std::uint8_t> d;
     const hn::RepartitionToWide<decltype(d)> wide;
     const hn::Rebind<std::uint8_t, decltype(wide)> half;
@@ -133,7 +135,7 @@ void WidenBytes(const std::uint8_t* source, std::uint8_t* destination, std::size
 
 void NarrowToHighBytes(const std::uint8_t* source, std::uint8_t* destination, std::size_t count) {
     std::size_t i = 0;
-#if HWY_TARGET != HWY_SCALAR
+#if !RASTERLOOM_PLAIN_TARGET
     const hn::ScalableTag<std::uint8_t> d;
     const std::size_t lanes = hn::Lanes(d);
     for (; i + lanes <= count; i += lanes) {
@@ -147,7 +149,7 @@ void NarrowToHighBytes(const std::uint8_t* source, std::uint8_t* destination, st
 
 void GrayFromColor(const std::uint8_t* source, std::uint8_t* destination, std::size_t pixelCount) {
     std::size_t i = 0;
-#if HWY_TARGET != HWY_SCALAR
+#if !RASTERLOOM_PLAIN_TARGET
     const hn::ScalableTag<std::uint8_t> d;
     const hn::RepartitionToWide<decltype(d)> d16;
     const hn::RepartitionToWide<decltype(d16)> d32;

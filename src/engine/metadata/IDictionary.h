@@ -20,8 +20,10 @@ public:
     virtual bool GetItemString(const Key& key, std::string& text) const = 0;
     /// The name of the key for people.
     virtual bool GetKeyDescription(const Key& key, std::string& text) const = 0;
-    virtual void SetItemArray(const Key& key, const std::vector<Value>& values) = 0;
-    virtual void SetItem(const Key& key, const Value& value) = 0;
+    /// Replaces the values of the key; whether all of them were accepted. A call that returns has taken over what the
+    /// values point to; one that fails leaves it to the caller.
+    virtual bool SetItemArray(const Key& key, const std::vector<Value>& values) = 0;
+    virtual bool SetItem(const Key& key, const Value& value) = 0;
     /// The symbolic name of a key, as `ExifImageWidth`; false when it has none.
     virtual bool KeyToName(const Key& key, std::string& text) const = 0;
     /// The reverse; names compare without regard to case.

@@ -144,10 +144,10 @@ bool MetaData::GetItem(ItemTag& tag) {
         tag = std::int32_t{0};
         return true;
     case MetaDataId::HorizontalResolution:
-        tag = m_horizontalResolution / UnitsPerInch(tag.GetResolutionUnit());
+        tag = m_horizontalResolution * InchesPerUnit(tag.GetResolutionUnit());
         return true;
     case MetaDataId::VerticalResolution:
-        tag = m_verticalResolution / UnitsPerInch(tag.GetResolutionUnit());
+        tag = m_verticalResolution * InchesPerUnit(tag.GetResolutionUnit());
         return true;
     default:
         return false;

@@ -2,6 +2,7 @@
 
 #include "ErrorHandling/Exceptions.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <string>
@@ -72,12 +73,12 @@ struct FormatProbe {
 };
 
 /// The order decides: weak tests stand behind strong ones.
-constexpr FormatProbe Probes[] = {
+constexpr auto Probes = std::to_array<FormatProbe>({
     {FileFormat::Jpeg, TryJpegFormat}, {FileFormat::Bmp, TryBmpFormat}, {FileFormat::Png, TryPngFormat},
     {FileFormat::Tiff, TryTiffFormat}, {FileFormat::Pcx, TryPcxFormat}, {FileFormat::Wbmp, TryWbmpFormat},
     {FileFormat::Gif, TryGifFormat},   {FileFormat::Psd, TryPsdFormat}, {FileFormat::Jpeg2k, TryJpeg2kFormat},
     {FileFormat::Avi, TryAviFormat},   {FileFormat::Asf, TryAsfFormat},
-};
+});
 
 struct ExtensionFormat {
     std::string_view Extension;
@@ -170,18 +171,13 @@ FileFormat RecognizeMediaFormat(IStream* piStream) {
     if (piStream == nullptr) {
         throw ArgumentNullPointerException("piStream");
     }
-    const FileFormat promised = FormatByName(piStream);
-    for (const FormatProbe& probe : Probes) {
-        if (probe.Format == promised && probe.Try(piStream)) {
-            return promised;
-        }
+    auto probes = Probes;
+    const auto promised = std::ranges::find(probes, FormatByName(piStream), &FormatProbe::Format);
+    if (promised != probes.end()) {
+        std::rotate(probes.begin(), promised, promised + 1); // it comes first, the others keep their order
     }
-    for (const FormatProbe& probe : Probes) {
-        if (probe.Format != promised && probe.Try(piStream)) {
-            return probe.Format;
-        }
-    }
-    return FileFormat::Unknown;
+    const auto found = std::ranges::find_if(probes, [&](const FormatProbe& probe) { return probe.Try(piStream); });
+    return found != probes.end() ? found->Format : FileFormat::Unknown;
 }
 
 } // namespace ImagingFramework

@@ -35,6 +35,7 @@ public:
 protected:
     void ApplyTransformInternal() override;
     bool IsFormatAccepted(PixelFormat format) const override;
+    bool WritesEveryPixel() const override { return true; }
     /// Refuses a region that is not the whole source.
     void AttachToBitmaps(const BitmapData* pSource, const RegionRect* pRegion,
                          std::unique_ptr<BitmapData>& destinationSlot) override;

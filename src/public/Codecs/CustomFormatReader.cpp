@@ -30,15 +30,9 @@ std::int64_t RequirePosition(Host::Stream& stream) {
 
 } // namespace
 
-CustomFormatReader::CustomFormatReader(std::int64_t mediaFormat) : FormatReader(mediaFormat, nullptr) {}
+CustomFormatReader::CustomFormatReader(std::int64_t mediaFormat) : CustomFormatCodec(mediaFormat) {}
 
 CustomFormatReader::~CustomFormatReader() { DisposeFinally(); }
-
-std::string CustomFormatReader::get_DefaultExtension() { return m_strDefaultExtension; }
-std::string CustomFormatReader::get_FormatName() { return m_strFormatName; }
-std::string CustomFormatReader::get_FormatDescription() { return m_strFormatDescription; }
-std::string CustomFormatReader::get_FilterString() { return m_strFilterString; }
-std::string CustomFormatReader::get_MimeType() { return m_strMimeType; }
 
 // --- Opening
 
@@ -48,21 +42,17 @@ void CustomFormatReader::OpenReader(const std::filesystem::path& fileName) {
 }
 
 void CustomFormatReader::_AttachStream(const std::shared_ptr<Host::Stream>& stream) {
-    m_bMediaAttached = true;
     stream->set_Position(0);
     OpenReader(stream);
 }
 
 void CustomFormatReader::_AttachFile(const std::filesystem::path& fileName) {
-    m_bMediaAttached = true;
     OpenReader(fileName);
 }
 
 void CustomFormatReader::_DetachMedia() {
-    if (std::exchange(m_bMediaAttached, false)) {
-        const auto stream = std::exchange(m_pFileStream, nullptr);
-        CloseReader();
-    }
+    const auto stream = std::exchange(m_pFileStream, nullptr);
+    CloseReader();
 }
 
 bool CustomFormatReader::OnCheckForSupport(const std::shared_ptr<Host::Stream>& stream) {
@@ -128,7 +118,6 @@ void CustomFormatReader::SetFrameCount(std::int32_t count) {
     set__FrameCount(count);
 }
 
-void CustomFormatReader::SetMediaFormat(std::int64_t value) noexcept { set__MediaFormat(value); }
 void CustomFormatReader::ResetEvents(std::int32_t count) { _ResetProgress(count); }
 void CustomFormatReader::UpdateEvents() { _ReportProgress(1); }
 void CustomFormatReader::UpdateEvents(std::int32_t step) { _ReportProgress(step); }

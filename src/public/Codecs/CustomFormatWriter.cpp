@@ -19,15 +19,10 @@ constexpr std::int32_t DefaultStepCount = 100;
 
 } // namespace
 
-CustomFormatWriter::CustomFormatWriter(std::int64_t mediaFormat) : FormatWriter(mediaFormat, nullptr) {}
+CustomFormatWriter::CustomFormatWriter(std::int64_t mediaFormat) : CustomFormatCodec(mediaFormat) {}
 
 CustomFormatWriter::~CustomFormatWriter() { DisposeFinally(); }
 
-std::string CustomFormatWriter::get_DefaultExtension() { return m_strDefaultExtension; }
-std::string CustomFormatWriter::get_FormatName() { return m_strFormatName; }
-std::string CustomFormatWriter::get_FormatDescription() { return m_strFormatDescription; }
-std::string CustomFormatWriter::get_FilterString() { return m_strFilterString; }
-std::string CustomFormatWriter::get_MimeType() { return m_strMimeType; }
 std::unique_ptr<IFrame> CustomFormatWriter::GetEmptyFrame() { return std::make_unique<CustomFrame>(); }
 
 // --- Opening
@@ -50,20 +45,15 @@ void CustomFormatWriter::CloseWriter() {
 }
 
 void CustomFormatWriter::_AttachStream(const std::shared_ptr<Host::Stream>& stream) {
-    m_bMediaAttached = true;
     m_pStream = stream;
     OpenWriter(stream);
 }
 
 void CustomFormatWriter::_AttachFile(const std::filesystem::path& fileName) {
-    m_bMediaAttached = true;
     OpenWriter(fileName);
 }
 
 void CustomFormatWriter::_DetachMedia() {
-    if (!std::exchange(m_bMediaAttached, false)) {
-        return;
-    }
     struct Release {
         CustomFormatWriter& Writer;
         ~Release() {
@@ -99,7 +89,6 @@ void CustomFormatWriter::_SaveRaster(Frame&, engine::BitmapData& raster) {
 
 // --- Helpers
 
-void CustomFormatWriter::SetMediaFormat(std::int64_t value) noexcept { set__MediaFormat(value); }
 void CustomFormatWriter::ResetEvents(std::int32_t count) { _ResetSaveProgress(count); }
 void CustomFormatWriter::UpdateEvents() { _ReportSaveProgress(1); }
 void CustomFormatWriter::UpdateEvents(std::int32_t step) { _ReportSaveProgress(step); }

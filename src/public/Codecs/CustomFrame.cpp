@@ -29,6 +29,10 @@ void CustomFrame::set_HeightTU(std::int32_t value) { get__Impl().m_cells.Height.
 Rasterloom::PixelFormat CustomFrame::get_PixelFormatTU() { return get__Impl().m_cells.PixelFormat.Value; }
 float CustomFrame::get_HorizontalResolutionTU() { return get__Impl().m_cells.HorizontalResolution.Value; }
 float CustomFrame::get_VerticalResolutionTU() { return get__Impl().m_cells.VerticalResolution.Value; }
+std::shared_ptr<ColorProfile> CustomFrame::get_ColorProfileTU() { return get__Impl().m_cells.ColorProfile.Value; }
+void CustomFrame::set_ColorProfileTU(const std::shared_ptr<ColorProfile>& value) {
+    get__Impl().m_cells.ColorProfile.Set(value);
+}
 std::int32_t CustomFrame::get_LeftTU() { return get__Impl().m_cells.Left.Value; }
 void CustomFrame::set_LeftTU(std::int32_t value) { get__Impl().m_cells.Left.Set(value); }
 std::int32_t CustomFrame::get_TopTU() { return get__Impl().m_cells.Top.Value; }
@@ -67,7 +71,8 @@ void CustomFrame::set_FormatReaderTU(FormatReader* formatReader) {
 
 void CustomFrame::InitializeCustomFrameTU(std::int32_t width, std::int32_t height, Rasterloom::PixelFormat pixelFormat,
                                           float horizontalResolution, float verticalResolution, std::int32_t left,
-                                          std::int32_t top, const std::string& name) {
+                                          std::int32_t top, const std::string& name,
+                                          const std::shared_ptr<ColorProfile>& colorProfile) {
     set_PixelFormatTU(pixelFormat);
     set_HorizontalResolutionTU(horizontalResolution);
     set_VerticalResolutionTU(verticalResolution);
@@ -76,6 +81,7 @@ void CustomFrame::InitializeCustomFrameTU(std::int32_t width, std::int32_t heigh
     set_LeftTU(left);
     set_TopTU(top);
     set_NameTU(name);
+    set_ColorProfileTU(colorProfile);
 }
 
 } // namespace Corvane::Rasterloom::Codecs

@@ -2,7 +2,11 @@
 
 #include <Corvane/Rasterloom/Codecs/BmpReader.h>
 #include <Corvane/Rasterloom/Codecs/BmpWriter.h>
+#include <Corvane/Rasterloom/Codecs/JpegReader.h>
+#include <Corvane/Rasterloom/Codecs/JpegWriter.h>
 #include <Corvane/Rasterloom/Codecs/NonSeekableStreamProxy.h>
+#include <Corvane/Rasterloom/Codecs/PngReader.h>
+#include <Corvane/Rasterloom/Codecs/PngWriter.h>
 #include <Corvane/Rasterloom/Exceptions.h>
 #include <Corvane/Rasterloom/Host/FileStream.h>
 
@@ -34,7 +38,11 @@ public:
 private:
     Registry() {
         Readers.push_back(std::make_unique<BmpReader>());
+        Readers.push_back(std::make_unique<JpegReader>());
+        Readers.push_back(std::make_unique<PngReader>());
         Writers.push_back(std::make_unique<BmpWriter>());
+        Writers.push_back(std::make_unique<JpegWriter>());
+        Writers.push_back(std::make_unique<PngWriter>());
     }
 };
 
@@ -147,7 +155,7 @@ std::string BuildFilter() {
         std::string entries;
         for (const auto& codec : list) {
             const std::string filter = codec->get_FilterString();
-            all += (all.empty() ? "" : ";") + filter;
+            all += (entries.empty() ? "" : ";") + filter;
             entries += (entries.empty() ? "" : "|") + codec->get_FormatDescription() + " (" + filter + ")|" + filter;
         }
         return list.empty() ? std::string() : "All Images (" + all + ")|" + all + "|" + entries;

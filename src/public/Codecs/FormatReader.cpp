@@ -1,11 +1,12 @@
 #include "FormatReaderImpl.h"
 
 #include "CallOverStream.h"
+#include "FormatCodecFields.h"
 #include "FrameImpl.h"
 #include "ObjectGuard.h"
-#include "Vocabulary.h"
 #include "metadata/RecognizeMediaFormat.h"
 
+#include <Corvane/Rasterloom/Codecs/NonSeekableStreamProxy.h>
 #include <Corvane/Rasterloom/Exceptions.h>
 #include <Corvane/Rasterloom/Host/FileStream.h>
 
@@ -16,138 +17,30 @@ namespace Corvane::Rasterloom::Codecs {
 namespace engine = ImagingFramework;
 
 FormatReader::FormatReader(std::int64_t mediaFormat, std::unique_ptr<engine::MetaData> metaData)
-    : m_pImpl(std::make_unique<Impl>(this, mediaFormat, std::move(metaData))) {}
+    : FormatCodec(mediaFormat, std::move(metaData)), m_pImpl(std::make_unique<Impl>(this)) {}
 
 FormatReader::~FormatReader() { DisposeFinally(); }
 
 void FormatReader::Dispose(bool disposing) {
     m_pImpl->m_pLink->Clear();
-    try {
-        _Close();
-    } catch (...) {
-        // Nothing was written, so nothing is lost.
-    }
-    m_pImpl->m_pMetaData.reset();
-    SyncHandler::Dispose(disposing);
+    FormatCodec::Dispose(disposing);
 }
-
-void FormatReader::CheckNotDisposed() const {
-    if (get__IsDisposed()) {
-        throw Host::ObjectDisposedException("FormatReader");
-    }
-}
-
-// --- Format
-
-std::string FormatReader::get_DefaultExtension() {
-    return ReadVocabulary(get_MediaFormat(), engine::MimeTypes::GetDefaultExtensionRef);
-}
-std::string FormatReader::get_FormatName() {
-    return ReadVocabulary(get_MediaFormat(), engine::MimeTypes::GetFormatNameRef);
-}
-std::string FormatReader::get_FormatDescription() {
-    return ReadVocabulary(get_MediaFormat(), engine::MimeTypes::GetFormatDescriptionRef);
-}
-std::string FormatReader::get_FilterString() {
-    return ReadVocabulary(get_MediaFormat(), engine::MimeTypes::GetFilterStringRef);
-}
-std::string FormatReader::get_MimeType() {
-    return ReadVocabulary(get_MediaFormat(), engine::MimeTypes::GetMimeTypeRef);
-}
-
-std::int64_t FormatReader::get_MediaFormat() { return m_pImpl->m_intMediaFormat; }
-void FormatReader::set__MediaFormat(std::int64_t mediaFormat) noexcept { m_pImpl->m_intMediaFormat = mediaFormat; }
 
 // --- Opening
 
-bool FormatReader::get_Opened() { return m_pImpl->m_bOpened; }
-
-void FormatReader::CheckOpened() const {
-    if (!m_pImpl->m_bOpened) {
-        throw ObjectNotOpenedException("reader");
-    }
-}
-
-template <class Attach>
-void FormatReader::OpenBy(Attach attach) {
-    const ObjectGuard guard(*this);
-    CheckNotDisposed();
-    _Close();
-    m_pImpl->m_bAttached = true;
-    try {
-        attach();
-        OnOpen();
-    } catch (...) {
-        try {
-            _Close();
-        } catch (...) {
-            // The first failure is the one to tell.
-        }
-        throw;
-    }
-    m_pImpl->m_bOpened = true;
-}
-
-void FormatReader::Open(const std::shared_ptr<Host::Stream>& stream) {
-    if (!stream) {
-        throw Host::ArgumentNullException("stream");
-    }
-    OpenBy([&] {
-        m_pImpl->m_pProxy = std::make_shared<NonSeekableStreamProxy>(stream);
-        _AttachStream(m_pImpl->m_pProxy);
-    });
-}
-
-void FormatReader::Open(const std::filesystem::path& fileName) {
-    if (fileName.empty()) {
-        throw Host::ArgumentNullException("fileName");
-    }
-    OpenBy([&] { _AttachFile(fileName); });
-}
-
-void FormatReader::_AttachStream(const std::shared_ptr<Host::Stream>& stream) {
-    m_pImpl->m_pStreamWrapper = std::make_shared<StreamWrapper>(stream);
-    CallOverStream(m_pImpl->m_pStreamWrapper.get(),
-                   [this] { m_pImpl->m_pMetaData->AttachToRead(m_pImpl->m_pStreamWrapper); });
-}
-
-void FormatReader::_AttachFile(const std::filesystem::path& fileName) {
-    CallEngine([&] { m_pImpl->m_pMetaData->AttachToRead(fileName); });
-}
-
-void FormatReader::_DetachMedia() {
-    CallEngine([this] { m_pImpl->m_pMetaData->Close(); });
+std::shared_ptr<Host::Stream> FormatReader::_PrepareStream(const std::shared_ptr<Host::Stream>& stream) {
+    return std::make_shared<NonSeekableStreamProxy>(stream);
 }
 
 void FormatReader::OnOpen() {
     engine::ItemTag tag(engine::MetaDataId::FrameCount, engine::ItemTag::WholeFile);
-    const bool answered = CallOverStream(m_pImpl->m_pStreamWrapper.get(),
-                                         [&] { return m_pImpl->m_pMetaData->GetItem(tag); });
+    const bool answered = _GetItem(tag);
     set__FrameCount(answered ? CallEngine([&] { return static_cast<std::int32_t>(tag); }) : -1);
 }
 
-void FormatReader::Close() {
-    const ObjectGuard guard(*this);
-    CheckNotDisposed();
-    _Close();
-}
-
-void FormatReader::_Close() {
-    if (!std::exchange(m_pImpl->m_bAttached, false)) {
-        return;
-    }
-    m_pImpl->m_bOpened = false;
+void FormatReader::_ForgetMedia() noexcept {
     m_pImpl->m_intFrameCount = 0;
     ++m_pImpl->m_uintOpening;
-    struct Release {
-        Impl& Fields;
-        ~Release() {
-            Fields.m_pStreamWrapper.reset();
-            Fields.m_pProxy.reset();
-        }
-    } const release{*m_pImpl};
-    _DetachMedia();
-    OnClose();
 }
 
 bool FormatReader::CheckForSupport(const std::shared_ptr<Host::Stream>& stream) {
@@ -219,7 +112,11 @@ void FormatReader::CheckFrameParams(const Frame* frame) const {
 bool FormatReader::_GetFrameItem(const Frame& frame, engine::ItemTag& tag) {
     CheckFrameParams(&frame);
     tag.SetFrameIndex(frame.get__Impl().m_intIndex);
-    return CallOverStream(m_pImpl->m_pStreamWrapper.get(), [&] { return m_pImpl->m_pMetaData->GetItem(tag); });
+    return _GetItem(tag);
+}
+
+bool FormatReader::_GetItem(engine::ItemTag& tag) {
+    return CallOverStream(m_pCodec->m_pStreamWrapper.get(), [&] { return m_pCodec->m_pMetaData->GetItem(tag); });
 }
 
 void FormatReader::_FrameLoadProperty(Frame& frame, FrameProperty property) {
@@ -227,6 +124,22 @@ void FormatReader::_FrameLoadProperty(Frame& frame, FrameProperty property) {
     CheckNotDisposed();
     CheckFrameParams(&frame);
     _OnFrameLoadProperty(frame, property);
+}
+
+/// Null for none, and for one that is damaged: the picture beside it is good.
+std::shared_ptr<ColorProfile> FormatReader::LoadColorProfile(const Frame& frame) {
+    engine::ItemTag tag(engine::MetaDataId::ColorProfile);
+    if (!_GetFrameItem(frame, tag) || tag.IsEmpty()) {
+        return nullptr;
+    }
+    const std::unique_ptr<engine::ColorProfileData> data(
+        CallEngine([&] { return static_cast<engine::ColorProfileData*>(tag); }));
+    try {
+        return data && !data->Bytes.empty() ? std::make_shared<ColorProfile>(std::span(std::as_const(data->Bytes)))
+                                            : nullptr;
+    } catch (const Host::Exception&) {
+        return nullptr;
+    }
 }
 
 void FormatReader::_OnFrameLoadProperty(Frame& frame, FrameProperty property) {
@@ -258,6 +171,8 @@ void FormatReader::_OnFrameLoadProperty(Frame& frame, FrameProperty property) {
         return load(engine::MetaDataId::HorizontalResolution, fields.m_cells.HorizontalResolution);
     case FrameProperty::VerticalResolution:
         return load(engine::MetaDataId::VerticalResolution, fields.m_cells.VerticalResolution);
+    case FrameProperty::ColorProfile:
+        return fields.m_cells.ColorProfile.Set(LoadColorProfile(frame));
     case FrameProperty::Left:
         return load(engine::MetaDataId::FrameLeft, fields.m_cells.Left);
     case FrameProperty::Top:
@@ -321,7 +236,7 @@ void FormatReader::ThreadProc() {
 }
 
 std::unique_ptr<engine::BitmapData> FormatReader::_LoadRaster() {
-    engine::MetaData& metaData = *m_pImpl->m_pMetaData;
+    engine::MetaData& metaData = *m_pCodec->m_pMetaData;
     const Loading& loading = m_pImpl->m_loading;
     const bool thumbnail = loading.m_enActionType == ActionType::ThumbnailLoading;
     engine::ItemTag tag(thumbnail ? engine::MetaDataId::FrameThumbnail : engine::MetaDataId::FrameBitmap);

@@ -2,20 +2,18 @@
 
 #include "CallOverStream.h"
 #include "Common/EventsMetaHost.h"
+#include "FormatCodecFields.h"
 #include "FrameImpl.h"
 #include "InternalEvents.h"
 #include "ObjectGuard.h"
 #include "Validator.h"
-#include "Vocabulary.h"
 #include "colorconversion/ColorSpaceManager.h"
-#include "metadata/MetaData.h"
 
 #include <Corvane/Rasterloom/Codecs/EncoderOptions.h>
 #include <Corvane/Rasterloom/Codecs/FormatReader.h>
 #include <Corvane/Rasterloom/Exceptions.h>
 
 #include <algorithm>
-#include <atomic>
 #include <mutex>
 #include <utility>
 
@@ -24,12 +22,6 @@ namespace Corvane::Rasterloom::Codecs {
 namespace engine = ImagingFramework;
 
 struct FormatWriter::Impl {
-    std::atomic<std::int64_t> m_intMediaFormat;
-    std::unique_ptr<engine::MetaData> m_pMetaData;
-    std::shared_ptr<StreamWrapper> m_pStreamWrapper;
-    /// Set from the first step of an opening on; `m_bOpened` when it is complete.
-    bool m_bAttached = false;
-    std::atomic<bool> m_bOpened{false};
     std::int32_t m_intWrittenFrameCount = 0;
 
     // The save under way.
@@ -118,57 +110,20 @@ private:
 };
 
 FormatWriter::FormatWriter(std::int64_t mediaFormat, std::unique_ptr<engine::MetaData> metaData)
-    : m_pImpl(std::make_unique<Impl>()) {
-    m_pImpl->m_intMediaFormat = mediaFormat;
-    m_pImpl->m_pMetaData = std::move(metaData);
-}
+    : FormatCodec(mediaFormat, std::move(metaData)), m_pImpl(std::make_unique<Impl>()) {}
 
 FormatWriter::~FormatWriter() { DisposeFinally(); }
 
-void FormatWriter::Dispose(bool disposing) {
-    std::exception_ptr failure;
-    try {
-        _Close();
-    } catch (...) {
-        failure = std::current_exception();
-    }
-    m_pImpl->m_pMetaData.reset();
-    SyncHandler::Dispose(disposing);
-    if (failure) {
-        std::rethrow_exception(failure);
-    }
-}
-
-void FormatWriter::CheckNotDisposed() const {
-    if (get__IsDisposed()) {
-        throw Host::ObjectDisposedException("FormatWriter");
-    }
+void FormatWriter::_ForgetMedia() noexcept {
+    m_pImpl->m_intWrittenFrameCount = 0;
+    m_pImpl->m_bLastFrame = false;
 }
 
 // --- Format
 
-std::string FormatWriter::get_DefaultExtension() {
-    return ReadVocabulary(get_MediaFormat(), engine::MimeTypes::GetDefaultExtensionRef);
-}
-std::string FormatWriter::get_FormatName() {
-    return ReadVocabulary(get_MediaFormat(), engine::MimeTypes::GetFormatNameRef);
-}
-std::string FormatWriter::get_FormatDescription() {
-    return ReadVocabulary(get_MediaFormat(), engine::MimeTypes::GetFormatDescriptionRef);
-}
-std::string FormatWriter::get_FilterString() {
-    return ReadVocabulary(get_MediaFormat(), engine::MimeTypes::GetFilterStringRef);
-}
-std::string FormatWriter::get_MimeType() {
-    return ReadVocabulary(get_MediaFormat(), engine::MimeTypes::GetMimeTypeRef);
-}
-
-std::int64_t FormatWriter::get_MediaFormat() { return m_pImpl->m_intMediaFormat; }
-void FormatWriter::set__MediaFormat(std::int64_t mediaFormat) noexcept { m_pImpl->m_intMediaFormat = mediaFormat; }
-
 std::vector<PixelFormat> FormatWriter::_GetSupportedPixelFormats() {
     std::vector<engine::PixelFormat> list;
-    CallEngine([&] { m_pImpl->m_pMetaData->GetSupportedPixelFormats(list); });
+    CallEngine([&] { m_pCodec->m_pMetaData->GetSupportedPixelFormats(list); });
     std::vector<PixelFormat> formats(list.size());
     std::ranges::transform(list, formats.begin(),
                            [](engine::PixelFormat format) { return static_cast<PixelFormat>(format); });
@@ -178,7 +133,7 @@ std::vector<PixelFormat> FormatWriter::_GetSupportedPixelFormats() {
 PixelFormat FormatWriter::_GetClosestPixelFormat(PixelFormat format) {
     return CallEngine([&] {
         return static_cast<PixelFormat>(
-            m_pImpl->m_pMetaData->GetClosestPixelFormat(static_cast<engine::PixelFormat>(format)));
+            m_pCodec->m_pMetaData->GetClosestPixelFormat(static_cast<engine::PixelFormat>(format)));
     });
 }
 
@@ -194,98 +149,10 @@ bool FormatWriter::IsPixelFormatSupported(PixelFormat format) {
     return std::ranges::find(formats, format) != formats.end();
 }
 
-// --- Opening
-
-bool FormatWriter::get_Opened() { return m_pImpl->m_bOpened; }
-
-void FormatWriter::CheckOpened() const {
-    if (!m_pImpl->m_bOpened) {
-        throw ObjectNotOpenedException("writer");
-    }
-}
-
-template <class Attach>
-void FormatWriter::OpenBy(Attach attach) {
-    const ObjectGuard guard(*this);
-    CheckNotDisposed();
-    _Close();
-    m_pImpl->m_bAttached = true;
-    m_pImpl->m_intWrittenFrameCount = 0;
-    m_pImpl->m_bLastFrame = false;
-    try {
-        attach();
-        OnOpen();
-    } catch (...) {
-        try {
-            _Close();
-        } catch (...) {
-            // The first failure is the one to tell.
-        }
-        throw;
-    }
-    m_pImpl->m_bOpened = true;
-}
-
-void FormatWriter::Open(const std::shared_ptr<Host::Stream>& stream) {
-    if (!stream) {
-        throw Host::ArgumentNullException("stream");
-    }
-    OpenBy([&] { _AttachStream(stream); });
-}
-
-void FormatWriter::Open(const std::filesystem::path& fileName) {
-    if (fileName.empty()) {
-        throw Host::ArgumentNullException("fileName");
-    }
-    OpenBy([&] { _AttachFile(fileName); });
-}
-
-void FormatWriter::_AttachStream(const std::shared_ptr<Host::Stream>& stream) {
-    m_pImpl->m_pStreamWrapper = std::make_shared<StreamWrapper>(stream);
-    CallOverStream(m_pImpl->m_pStreamWrapper.get(),
-                   [this] { m_pImpl->m_pMetaData->AttachToWrite(m_pImpl->m_pStreamWrapper); });
-}
-
-void FormatWriter::_AttachFile(const std::filesystem::path& fileName) {
-    CallEngine([&] { m_pImpl->m_pMetaData->AttachToWrite(fileName); });
-}
-
-void FormatWriter::_DetachMedia() {
-    CallOverStream(m_pImpl->m_pStreamWrapper.get(), [this] { m_pImpl->m_pMetaData->Close(); });
-}
-
-void FormatWriter::Close() {
-    const ObjectGuard guard(*this);
-    CheckNotDisposed();
-    _Close();
-}
-
-void FormatWriter::_Close() {
-    if (!std::exchange(m_pImpl->m_bAttached, false)) {
-        return;
-    }
-    m_pImpl->m_bOpened = false;
-    std::exception_ptr failure;
-    const auto step = [&](auto body) {
-        try {
-            body();
-        } catch (...) {
-            failure = failure ? failure : std::current_exception();
-        }
-    };
-    step([this] { _DetachMedia(); });
-    step([this] { OnClose(); });
-    m_pImpl->m_pStreamWrapper.reset();
-    m_pImpl->m_intWrittenFrameCount = 0;
-    if (failure) {
-        std::rethrow_exception(failure);
-    }
-}
-
 // --- Settings
 
 bool FormatWriter::_SetItem(engine::ItemTag& tag) {
-    return CallOverStream(m_pImpl->m_pStreamWrapper.get(), [&] { return m_pImpl->m_pMetaData->SetItem(tag); });
+    return CallOverStream(m_pCodec->m_pStreamWrapper.get(), [&] { return m_pCodec->m_pMetaData->SetItem(tag); });
 }
 
 std::int32_t FormatWriter::get__WrittenFrameCount() const noexcept { return m_pImpl->m_intWrittenFrameCount; }
@@ -428,7 +295,7 @@ void FormatWriter::Save(engine::BitmapData& raster, engine::IInternalEvents* pEv
 }
 
 void FormatWriter::_SaveRaster(Frame&, engine::BitmapData& raster) {
-    engine::MetaData& metaData = *m_pImpl->m_pMetaData;
+    engine::MetaData& metaData = *m_pCodec->m_pMetaData;
     engine::ItemTag tag(engine::MetaDataId::FrameBitmap, m_pImpl->m_intWrittenFrameCount);
     tag.SetIsLastGifFrame(m_pImpl->m_bLastFrame);
     tag = &raster;

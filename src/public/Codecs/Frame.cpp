@@ -1,5 +1,6 @@
 #include "FrameImpl.h"
 
+#include "Common/ColorProfileUtils.h"
 #include "FormatReaderImpl.h"
 #include "ObjectGuard.h"
 #include "ThumbnailMaker.h"
@@ -15,6 +16,19 @@ namespace Corvane::Rasterloom::Codecs {
 
 namespace engine = ImagingFramework;
 
+namespace {
+
+/// A damaged profile counts as none: the picture beside it is good.
+std::shared_ptr<ColorProfile> OpenOrNone(const std::shared_ptr<const engine::ProfileFile>& file) {
+    try {
+        return file ? std::make_shared<ColorProfile>(engine::DuplicateColorProfile(file)) : nullptr;
+    } catch (const std::exception&) {
+        return nullptr;
+    }
+}
+
+} // namespace
+
 // --- Fields
 
 void Frame::Impl::Bind(FormatReader& reader) {
@@ -29,6 +43,7 @@ void Frame::Impl::SetImageProperties(const engine::BitmapData& raster) {
     m_cells.PixelFormat.Set(static_cast<Rasterloom::PixelFormat>(raster.GetPixelFormat()));
     m_cells.HorizontalResolution.Set(static_cast<float>(raster.GetHorizontalResolution()));
     m_cells.VerticalResolution.Set(static_cast<float>(raster.GetVerticalResolution()));
+    m_cells.ColorProfile.Set(OpenOrNone(raster.GetProfileFile()));
 }
 
 template <class T>
@@ -133,6 +148,12 @@ float Frame::get_HorizontalResolution() {
 float Frame::get_VerticalResolution() {
     return Locked(*this, [this](Impl& impl) {
         return impl.Read(*this, &Impl::Cells::VerticalResolution, FrameProperty::VerticalResolution);
+    });
+}
+
+std::shared_ptr<ColorProfile> Frame::get_ColorProfile() {
+    return Locked(*this, [this](Impl& impl) {
+        return impl.Read(*this, &Impl::Cells::ColorProfile, FrameProperty::ColorProfile);
     });
 }
 

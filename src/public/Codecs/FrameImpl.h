@@ -6,6 +6,7 @@
 
 #include <Corvane/Rasterloom/Bitmap.h>
 #include <Corvane/Rasterloom/Codecs/Frame.h>
+#include <Corvane/Rasterloom/ColorProfile.h>
 
 #include <cstdint>
 #include <memory>
@@ -21,6 +22,7 @@ enum class FrameProperty : std::uint32_t {
     PixelFormat,
     HorizontalResolution,
     VerticalResolution,
+    ColorProfile,
     Left,
     Top
 };
@@ -46,6 +48,7 @@ struct Frame::Impl {
         Cell<Rasterloom::PixelFormat> PixelFormat{Rasterloom::PixelFormat::FormatUnknown};
         Cell<float> HorizontalResolution{static_cast<float>(ImagingFramework::BitmapData::DefaultResolution)};
         Cell<float> VerticalResolution{static_cast<float>(ImagingFramework::BitmapData::DefaultResolution)};
+        Cell<std::shared_ptr<Rasterloom::ColorProfile>> ColorProfile;
         Cell<std::int32_t> Left;
         Cell<std::int32_t> Top;
 
@@ -58,6 +61,7 @@ struct Frame::Impl {
             body(PixelFormat, other.PixelFormat);
             body(HorizontalResolution, other.HorizontalResolution);
             body(VerticalResolution, other.VerticalResolution);
+            body(ColorProfile, other.ColorProfile);
             body(Left, other.Left);
             body(Top, other.Top);
         }

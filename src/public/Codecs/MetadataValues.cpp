@@ -2,6 +2,7 @@
 
 #include "CallEngine.h"
 #include "ObjectGuard.h"
+#include "metadata/AdobeResources/AdobeResourceBlock.h"
 
 #include <Corvane/Rasterloom/Bitmap.h>
 
@@ -46,6 +47,9 @@ struct ItemMaker {
         const ObjectGuard guard(*value);
         return engine::DataItem(new engine::BitmapData(value->get__InternalBitmapData()));
     }
+    engine::DataItem operator()(const AdobeResourceBlock& value) const {
+        return engine::DataItem(new engine::AdobeResourceBlock(value.get__InternalBlock()));
+    }
 };
 
 } // namespace
@@ -78,6 +82,8 @@ MetadataValue FromDataItem(engine::DataItem& item) {
             item.Empty();
             return std::make_shared<Bitmap>(std::move(raster));
         }
+        case engine::DataType::AdobeResources:
+            return AdobeResourceBlock(static_cast<engine::AdobeResourceBlock*>(item));
         default:
             throw Host::ArgumentException("The type of pSrcValue is not supported by meta-data.", "pSrcValue");
         }

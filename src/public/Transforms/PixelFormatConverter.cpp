@@ -1,39 +1,17 @@
-#include <Corvane/Rasterloom/Transforms/PixelFormatConverter.h>
+#include "Transforms/PixelFormatConverterImpl.h"
 
 #include "CallEngine.h"
-#include "Common/ColorMap.h"
+#include "ColorProfileFile.h"
 #include "ObjectGuard.h"
 #include "Validator.h"
-#include "colorconversion/ColorSpaceManager.h"
-#include "transforms/Transform.h"
 
-#include <Corvane/Rasterloom/BitmapData.h>
 #include <Corvane/Rasterloom/ColorPalette.h>
 
-#include <algorithm>
+#include <utility>
 
 namespace Corvane::Rasterloom::Transforms {
 
 namespace engine = ImagingFramework;
-
-struct PixelFormatConverter::Settings {
-    PixelFormat m_enDestination = PixelFormat::Format24bppRgb;
-    ColorPaletteType m_enPaletteType = ColorPaletteType::Adaptive;
-    engine::ColorMap m_customPalette;
-    std::int32_t m_intPaletteEntryCount = 0;
-    bool m_bAdaptivePaletteWithAlpha = false;
-    std::uint8_t m_paletteAlphaThreshold = 255;
-    bool m_bPaletteAlphaThresholdUsed = true;
-    DitheringType m_enDithering = DitheringType::FloydSteinberg;
-    float m_fDitheringIntensity = 1.0F;
-    float m_fOpacity = 1.0F;
-    Color m_backgroundColor = Color::FromRgb(255, 255, 255);
-    bool m_bBackgroundEnabled = false;
-    std::int32_t m_intBitsUsed = 16;
-    std::int32_t m_intOffset = 0;
-    std::int32_t m_intScale = 16;
-    engine::ColorSpaceManager m_manager;
-};
 
 namespace {
 
@@ -70,6 +48,65 @@ void PixelFormatConverter::set_DestinationPixelFormat(PixelFormat destinationPix
     Validator::ValidateEnum("destinationPixelFormat", destinationPixelFormat);
     Write(&Settings::m_enDestination, destinationPixelFormat);
 }
+
+// --- Colour management
+
+ColorManagementEngine PixelFormatConverter::get_ColorManagementEngine() { return Read(&Settings::m_enEngine); }
+
+void PixelFormatConverter::set_ColorManagementEngine(ColorManagementEngine colorManagementEngine) {
+    Validator::ValidateEnum("colorManagementEngine", colorManagementEngine);
+    Write(&Settings::m_enEngine, colorManagementEngine);
+}
+
+ColorTransformationIntent PixelFormatConverter::get_TransformationIntent() { return Read(&Settings::m_enIntent); }
+
+void PixelFormatConverter::set_TransformationIntent(ColorTransformationIntent transformationIntent) {
+    Validator::ValidateEnum("transformationIntent", transformationIntent);
+    Write(&Settings::m_enIntent, transformationIntent);
+}
+
+/// The engine forgets the old profile before it looks at the new one, and so does the property.
+template <class Apply>
+void PixelFormatConverter::SetProfile(std::shared_ptr<ColorProfile> Settings::*pField,
+                                      const std::shared_ptr<ColorProfile>& profile, Apply apply) {
+    const std::shared_ptr<const engine::ProfileFile> file = FileOf(profile);
+    const ObjectGuard guard(*this);
+    (*m_pSettings).*pField = nullptr;
+    CallEngine([&] { (m_pSettings->m_manager.*apply)(file); });
+    (*m_pSettings).*pField = profile;
+}
+
+std::shared_ptr<ColorProfile> PixelFormatConverter::get_RgbColorProfile() { return Read(&Settings::m_pRgbProfile); }
+
+void PixelFormatConverter::set_RgbColorProfile(const std::shared_ptr<ColorProfile>& rgbColorProfile) {
+    SetProfile(&Settings::m_pRgbProfile, rgbColorProfile, &engine::ColorSpaceManager::SetRgbColorProfileFile);
+}
+
+std::shared_ptr<ColorProfile> PixelFormatConverter::get_GrayScaleColorProfile() {
+    return Read(&Settings::m_pGrayScaleProfile);
+}
+
+void PixelFormatConverter::set_GrayScaleColorProfile(const std::shared_ptr<ColorProfile>& grayScaleColorProfile) {
+    SetProfile(&Settings::m_pGrayScaleProfile, grayScaleColorProfile,
+               &engine::ColorSpaceManager::SetGrayColorProfileFile);
+}
+
+std::shared_ptr<ColorProfile> PixelFormatConverter::get_CmykColorProfile() { return Read(&Settings::m_pCmykProfile); }
+
+void PixelFormatConverter::set_CmykColorProfile(const std::shared_ptr<ColorProfile>& cmykColorProfile) {
+    SetProfile(&Settings::m_pCmykProfile, cmykColorProfile, &engine::ColorSpaceManager::SetCmykColorProfileFile);
+}
+
+std::shared_ptr<ColorProfile> PixelFormatConverter::get_TargetColorProfile() {
+    return Read(&Settings::m_pTargetProfile);
+}
+
+void PixelFormatConverter::set_TargetColorProfile(const std::shared_ptr<ColorProfile>& targetColorProfile) {
+    SetProfile(&Settings::m_pTargetProfile, targetColorProfile,
+               &engine::ColorSpaceManager::SetTargetColorProfileFile);
+}
+
+// --- Palettes
 
 ColorPaletteType PixelFormatConverter::get_PaletteType() { return Read(&Settings::m_enPaletteType); }
 
@@ -115,6 +152,15 @@ void PixelFormatConverter::set_PaletteAlphaThresholdUsed(bool value) {
     Write(&Settings::m_bPaletteAlphaThresholdUsed, value);
 }
 
+ColorQuantizationAlgorithm PixelFormatConverter::get_ColorQuantizationAlgorithm() {
+    return Read(&Settings::m_enAlgorithm);
+}
+
+void PixelFormatConverter::set_ColorQuantizationAlgorithm(ColorQuantizationAlgorithm value) {
+    Validator::ValidateEnum("colorQuantizationAlgorithm", value);
+    Write(&Settings::m_enAlgorithm, value);
+}
+
 DitheringType PixelFormatConverter::get_Dithering() { return Read(&Settings::m_enDithering); }
 
 void PixelFormatConverter::set_Dithering(DitheringType dithering) {
@@ -148,70 +194,53 @@ void PixelFormatConverter::set_BackgroundEnabled(bool backgroundEnabled) {
     Write(&Settings::m_bBackgroundEnabled, backgroundEnabled);
 }
 
-std::int32_t PixelFormatConverter::get_QuantizationTo8bBitsUsed() { return Read(&Settings::m_intBitsUsed); }
+// --- Narrowing
 
-std::int32_t PixelFormatConverter::get_QuantizationTo8bOffset() { return Read(&Settings::m_intOffset); }
-
-std::int32_t PixelFormatConverter::get_QuantizationTo8bScale() { return Read(&Settings::m_intScale); }
-
-void PixelFormatConverter::SetQuantizationTo8b(std::int32_t bitsUsed, std::int32_t offset, std::int32_t scale) {
+void PixelFormatConverter::SetQuantization(const char* name, std::int32_t bitsUsed, std::int32_t offset,
+                                           std::int32_t scale) {
+    const char* wrong = nullptr;
     if (bitsUsed < 8 || bitsUsed > 16) {
-        throw Host::ArgumentOutOfRangeException("quantizationTo8bBitsUsed");
+        wrong = "quantizationTo8bBitsUsed";
+    } else if (scale < 8 || scale > bitsUsed) {
+        wrong = "quantizationTo8bScale";
+    } else if (offset < 0 || offset > ((1 << bitsUsed) - 1) - ((1 << scale) - 1)) {
+        wrong = "quantizationTo8bOffset";
     }
-    if (scale < 8 || scale > bitsUsed) {
-        throw Host::ArgumentOutOfRangeException("quantizationTo8bScale");
+    if (wrong != nullptr) {
+        throw Host::ArgumentOutOfRangeException(name != nullptr ? name : wrong, "Parameter has invalid value.");
     }
-    if (offset < 0 || offset > ((1 << bitsUsed) - 1) - ((1 << scale) - 1)) {
-        throw Host::ArgumentOutOfRangeException("quantizationTo8bOffset");
-    }
-    const ObjectGuard guard(*this);
     m_pSettings->m_intBitsUsed = bitsUsed;
     m_pSettings->m_intOffset = offset;
     m_pSettings->m_intScale = scale;
 }
 
-void PixelFormatConverter::ExportSettings() {
-    const Settings& settings = *m_pSettings;
-    engine::ColorSpaceManager& manager = m_pSettings->m_manager;
-    CallEngine([&] {
-        manager.SetColorManagementEngine(engine::ColorManagementEngine::None);
-        manager.SetColorMapType(static_cast<engine::ColorMapType>(settings.m_enPaletteType));
-        manager.SetCustomColorMap(settings.m_customPalette);
-        manager.SetColorMapEntryCount(static_cast<std::uint32_t>(settings.m_intPaletteEntryCount));
-        manager.SetCreateColorMapWithAlpha(settings.m_bAdaptivePaletteWithAlpha);
-        manager.SetPaletteAlphaThreshold(settings.m_paletteAlphaThreshold);
-        manager.SetUsePaletteAlphaThreshold(settings.m_bPaletteAlphaThresholdUsed);
-        manager.SetDitheringType(static_cast<engine::DitheringType>(settings.m_enDithering));
-        manager.SetDitheringIntensity(settings.m_fDitheringIntensity);
-        manager.SetConvertAlpha(settings.m_fOpacity);
-        manager.SetBitsUsedQuantizeTo8(static_cast<std::uint8_t>(settings.m_intBitsUsed));
-        manager.SetOffsetQuantizeTo8(static_cast<std::uint16_t>(settings.m_intOffset));
-        manager.SetScaleQuantizeTo8(static_cast<std::uint8_t>(settings.m_intScale));
-    });
-    const bool blend = settings.m_bBackgroundEnabled && !settings.m_backgroundColor.IsNull();
-    manager.SetBlendWithBackground(blend);
-    if (blend) {
-        // The engine composes in the colour space of the source.
-        const auto format = get__Run().m_pSrcBitmapData->get__InternalBitmapData().GetPixelFormat();
-        const auto space = static_cast<ColorSpace>(engine::PixelFormatColorSpace(format));
-        const auto channels = settings.m_backgroundColor.ConvertColorSpace(space).ToArray32();
-        engine::ColorSpaceManager::Channels background{};
-        std::ranges::transform(channels, background.begin(),
-                               [](std::int32_t channel) { return static_cast<std::uint16_t>(channel); });
-        manager.SetBackgroundColor(background);
-    }
+std::int32_t PixelFormatConverter::get_QuantizationTo8bBitsUsed() { return Read(&Settings::m_intBitsUsed); }
+
+void PixelFormatConverter::set_QuantizationTo8bBitsUsed(std::int32_t quantizationTo8bBitsUsed) {
+    const ObjectGuard guard(*this);
+    SetQuantization("quantizationTo8bBitsUsed", quantizationTo8bBitsUsed, m_pSettings->m_intOffset,
+                    m_pSettings->m_intScale);
 }
 
-engine::IInternalEventsHost& PixelFormatConverter::_GetEngineEventsHost() { return m_pSettings->m_manager; }
+std::int32_t PixelFormatConverter::get_QuantizationTo8bOffset() { return Read(&Settings::m_intOffset); }
 
-const engine::IPixelFormatSupport& PixelFormatConverter::_GetEngineFormatSupport() const {
-    return m_pSettings->m_manager;
+void PixelFormatConverter::set_QuantizationTo8bOffset(std::int32_t quantizationTo8bOffset) {
+    const ObjectGuard guard(*this);
+    SetQuantization("quantizationTo8bOffset", m_pSettings->m_intBitsUsed, quantizationTo8bOffset,
+                    m_pSettings->m_intScale);
 }
 
-void PixelFormatConverter::_RunEngine(const engine::BitmapData& source, const engine::RegionRect*,
-                                      std::unique_ptr<engine::BitmapData>& destination) {
-    m_pSettings->m_manager.TransformBitmapData(source, static_cast<engine::PixelFormat>(m_pSettings->m_enDestination),
-                                               destination);
+std::int32_t PixelFormatConverter::get_QuantizationTo8bScale() { return Read(&Settings::m_intScale); }
+
+void PixelFormatConverter::set_QuantizationTo8bScale(std::int32_t quantizationTo8bScale) {
+    const ObjectGuard guard(*this);
+    SetQuantization("quantizationTo8bScale", m_pSettings->m_intBitsUsed, m_pSettings->m_intOffset,
+                    quantizationTo8bScale);
+}
+
+void PixelFormatConverter::SetQuantizationTo8b(std::int32_t bitsUsed, std::int32_t offset, std::int32_t scale) {
+    const ObjectGuard guard(*this);
+    SetQuantization(nullptr, bitsUsed, offset, scale);
 }
 
 } // namespace Corvane::Rasterloom::Transforms

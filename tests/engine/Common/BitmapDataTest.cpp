@@ -1,5 +1,6 @@
 #include "Common/BitmapData.h"
 
+#include "Throws.h"
 #include "metadata/Streams/MemoryReader.h"
 #include "metadata/Streams/MemoryWriter.h"
 
@@ -35,12 +36,8 @@ TEST(BitmapData, ReusedMemoryIsZeroedToo) {
 
 TEST(BitmapData, RefusesWhatCannotBe) {
     BitmapData raster;
-    try {
-        raster.Create(1, 1, PixelFormat::FormatUnknown);
-        FAIL();
-    } catch (const ArgumentException& e) {
-        EXPECT_STREQ(e.what(), "Argument has an unappropriate value (format). (Pixel format should be known.).");
-    }
+    EXPECT_EQ(ThrownText<ArgumentException>([&] { raster.Create(1, 1, PixelFormat::FormatUnknown); }),
+              "Argument has an unappropriate value (format). (Pixel format should be known.).");
     EXPECT_THROW(raster.Create(134217728, 1, PixelFormat::Format32bppArgb), OverflowException);
     EXPECT_THROW(raster.Create(65536, 65536, PixelFormat::Format8bppGrayScale), OverflowException);
     raster.Create(0, 7, PixelFormat::Format24bppRgb);
@@ -93,12 +90,8 @@ TEST(BitmapData, PartsBeginAndEndOnWholeBytes) {
     const BitmapData nibbles = Numbered(6, 2, PixelFormat::Format4bppIndexed);
     BitmapData part;
     EXPECT_NO_THROW(part.AttachPartially(nibbles, {2, 0, 4, 1}));
-    try {
-        part.AttachPartially(nibbles, {1, 0, 3, 1});
-        FAIL();
-    } catch (const ArgumentException& e) {
-        EXPECT_NE(std::string(e.what()).find("memory region should be aligned to byte boundary"), std::string::npos);
-    }
+    EXPECT_EQ(ThrownText<ArgumentException>([&] { part.AttachPartially(nibbles, {1, 0, 3, 1}); }),
+              "Argument has an unappropriate value (rectangle). (memory region should be aligned to byte boundary).");
     const BitmapData bits = Numbered(5, 2, PixelFormat::Format1bppIndexed);
     EXPECT_NO_THROW(part.AttachPartially(bits, {0, 0, 5, 2}));
     EXPECT_THROW(part.AttachPartially(bits, {-1, 0, 5, 2}), ArgumentException);

@@ -1,5 +1,6 @@
 #include "Common/ColorMap.h"
 
+#include "VectorTargets.h"
 #include "metadata/Streams/MemoryReader.h"
 #include "metadata/Streams/MemoryWriter.h"
 
@@ -149,38 +150,69 @@ TEST(ColorMap, AgreesWithALookAtAllEntries) {
     }
 }
 
+/// Asks for the pixels in all ways in turn; each answer must be that of a tree that has been asked for all before.
+void CompareWithTree(const ColorMap& map, const std::vector<std::uint8_t>& pixels) {
+    constexpr std::size_t run = 1000;
+    KDTreeColorMapper tree;
+    tree.SetColorMap(map);
+    ColorMap fast = map;
+    std::vector<std::uint8_t> indices(run);
+    fast.FindNearestEntries(pixels.data(), run, indices.data());
+    for (std::size_t i = 0; i < pixels.size() / 4; ++i) {
+        const std::uint8_t* const p = pixels.data() + 4 * i;
+        const std::uint32_t expected = tree.GetNearestColorIndex(p[3], p[2], p[1], p[0]);
+        if (i < run) {
+            ASSERT_EQ(indices[i], std::min(expected, 255U)) << "pixel " << i;
+            continue;
+        }
+        ASSERT_EQ(i % 3 == 0 ? fast.GetMapper().GetNearestColorIndex(p[3], p[2], p[1], p[0])
+                             : fast.FindNearestEntryIndex(p[3], p[2], p[1], p[0]),
+                  expected)
+            << "pixel " << i;
+    }
+}
+
 // The grid gives the very indices of the tree, in sequence, whatever ties there are, and also when both are asked in turn.
 TEST(GridColorMapper, AnswersAsTheTreeDoesInSequence) {
     std::mt19937 random(2);
-    for (const std::uint32_t count : {1U, 2U, 5U, 17U, 64U, 255U, 256U}) {
-        for (const std::uint32_t levels : {2U, 3U, 6U, 52U, 256U}) {
-            const ColorMap map = CoarseMap(random, count, levels, true);
-            for (const std::uint32_t pixelLevels : {levels * 2 - 1, 256U}) {
-                KDTreeColorMapper tree;
-                tree.SetColorMap(map);
-                ColorMap fast = map;
-                const auto pixels = CoarsePixels(random, 3000, std::min(pixelLevels, 256U));
-                std::vector<std::uint8_t> indices(1000);
-                fast.FindNearestEntries(pixels.data(), 1000, indices.data());
-                for (std::size_t i = 0; i < 3000; ++i) {
-                    const std::uint8_t* const p = pixels.data() + 4 * i;
-                    const std::uint32_t expected = tree.GetNearestColorIndex(p[3], p[2], p[1], p[0]);
-                    std::uint32_t found = i < 1000 ? indices[i] : 0;
-                    if (i >= 1000) {
-                        found = i % 3 == 0 ? fast.GetMapper().GetNearestColorIndex(p[3], p[2], p[1], p[0])
-                                           : fast.FindNearestEntryIndex(p[3], p[2], p[1], p[0]);
-                    }
-                    ASSERT_EQ(found, expected) << count << " entries of " << levels << " levels, pixel " << i;
+    for (const std::uint32_t count : {1U, 2U, 17U, 64U, 256U, 300U}) {
+        for (const std::uint32_t levels : {2U, 6U, 256U}) {
+            for (const bool oneAlpha : {true, false}) {
+                const ColorMap map = CoarseMap(random, count, levels, oneAlpha);
+                for (const std::uint32_t pixelLevels : {levels * 2 - 1, 256U}) {
+                    SCOPED_TRACE(std::to_string(count) + " entries of " + std::to_string(levels) + " levels");
+                    const auto pixels = CoarsePixels(random, 2000, std::min(pixelLevels, 256U));
+                    ForEachVectorTarget([&] { CompareWithTree(map, pixels); });
                 }
             }
         }
     }
 }
 
-TEST(GridColorMapper, ServesMapsOfOneAlphaAlone) {
-    ColorMap map = MapOf({{0, 0, 0, 9}, {1, 1, 1, 9}}, PixelFormat::Format32bppArgb);
-    EXPECT_TRUE(GridColorMapper::IsApplicable(map));
-    map.SetAlpha(1, 8);
+// Entries close together leave cells far away with many candidates, up to more than a list holds.
+TEST(GridColorMapper, ServesCrowdedMaps) {
+    std::mt19937 random(3);
+    for (const std::uint32_t spread : {4U, 12U, 40U}) {
+        ColorMap map(256, PixelFormat::Format24bppRgb);
+        for (std::uint32_t i = 0; i < 256; ++i) {
+            std::uint8_t entry[3];
+            std::ranges::generate(entry, [&] { return static_cast<std::uint8_t>(100 + random() % spread); });
+            map.SetEntryRgb(i, entry);
+        }
+        CompareWithTree(map, CoarsePixels(random, 4000, 256));
+    }
+    // A palette filled up with black.
+    ColorMap padded = CoarseMap(random, 256, 256, true);
+    for (std::uint32_t i = 20; i < 256; ++i) {
+        const std::uint8_t black[4] = {};
+        padded.SetEntryRgb(i, black);
+    }
+    CompareWithTree(padded, CoarsePixels(random, 4000, 3));
+}
+
+TEST(GridColorMapper, ServesMapsOfUpTo1024Entries) {
+    EXPECT_TRUE(GridColorMapper::IsApplicable(ColorMap(1024, PixelFormat::Format24bppRgb)));
+    const ColorMap map(1025, PixelFormat::Format24bppRgb);
     EXPECT_FALSE(GridColorMapper::IsApplicable(map));
     KDTreeColorMapper tree;
     EXPECT_THROW(tree.GetNearestColorIndex(1, 2, 3), NotInitializedException);

@@ -2,6 +2,7 @@
 #include "Common/IndexWalker.h"
 #include "Common/PerChannelItem.h"
 #include "Common/PixelWalker.h"
+#include "Throws.h"
 
 #include <gtest/gtest.h>
 #include <vector>
@@ -123,22 +124,14 @@ TEST(PixelWalker, RefusesWhatItCannotWalk) {
         ByteWalker walker(pixels, format, width, height, 16, true);
     };
     EXPECT_THROW(make(nullptr, PixelFormat::Format24bppRgb, 1, 1), ArgumentNullPointerException);
-    try {
-        make(buffer, PixelFormat::Format24bppRgb, 0, 1);
-        FAIL();
-    } catch (const ArgumentOutOfRangeException& e) {
-        EXPECT_NE(std::string(e.what()).find("Value must be above zero."), std::string::npos);
-    }
+    EXPECT_EQ(ThrownText<ArgumentOutOfRangeException>([&] { make(buffer, PixelFormat::Format24bppRgb, 0, 1); }),
+              "Argument 'width' is out of range (Value must be above zero.).");
     EXPECT_THROW(make(buffer, PixelFormat::Format4bppIndexed, 1, 1), UnsupportedPixelFormatException);
     EXPECT_THROW(make(buffer, PixelFormat::Format16bppRgb565, 1, 1), UnsupportedPixelFormatException);
     EXPECT_THROW(ByteWalker(BitmapData(), nullptr, true), NotInitializedException);
     ByteWalker walker(buffer, PixelFormat::Format24bppRgb, 2, 2, 16, true);
-    try {
-        walker.ChooseChannels(3);
-        FAIL();
-    } catch (const ArgumentOutOfRangeException& e) {
-        EXPECT_NE(std::string(e.what()).find("The value should above above zero."), std::string::npos);
-    }
+    EXPECT_EQ(ThrownText<ArgumentOutOfRangeException>([&] { walker.ChooseChannels(3); }),
+              "Argument 'channelIndex' is out of range (The value should above above zero.).");
     EXPECT_THROW(walker.ChooseChannels(nullptr, 3), ArgumentNullPointerException);
     const bool flag = true;
     EXPECT_THROW(walker.ChooseChannels(&flag, 0), ArgumentOutOfRangeException);

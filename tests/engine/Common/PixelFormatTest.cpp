@@ -1,5 +1,4 @@
 #include "Common/FrameSize.h"
-#include "Common/IPixelFormatSupport.h"
 #include "Common/Numeric.h"
 #include "Common/PixelFormat.h"
 
@@ -64,14 +63,6 @@ TEST(PixelFormat, FrameSizesAreJudgedInOnePlace) {
     EXPECT_TRUE(IsAcceptableFrameSize(65532, 65537, PixelFormat::Format8bppGrayScale));
     EXPECT_FALSE(IsAcceptableFrameSize(1ULL << 40, 1, PixelFormat::Format1bppIndexed));
     EXPECT_THROW(CheckFrameSize(0, 0, PixelFormat::Format24bppRgb), MediaCorruptedException);
-}
-
-TEST(PixelFormat, ListsEighteenFormatsWithoutTheFortyBitOne) {
-    EXPECT_EQ(ListedPixelFormats().size(), 18U);
-    for (const PixelFormat format : ListedPixelFormats()) {
-        EXPECT_NE(format, PixelFormat::Format40bppAcmyk);
-    }
-    EXPECT_EQ(AllPixelFormats().size(), 21U);
 }
 
 TEST(Numeric, RoundsHalvesUpAndChecksTheRange) {

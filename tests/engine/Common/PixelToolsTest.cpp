@@ -1,5 +1,6 @@
 #include "Common/PixelTools.h"
 #include "Common/ColorTreater.h"
+#include "Throws.h"
 
 #include <gtest/gtest.h>
 
@@ -93,12 +94,9 @@ TEST(PixelTools, ConvertColorToFormatWritesOnePixelAndNoByteMore) {
     }
     Bytes pixel(10);
     EXPECT_THROW(ConvertColorToFormat(rgb, PixelFormat::FormatUnknown, pixel.data()), UnsupportedPixelFormatException);
-    try {
-        ConvertColorToFormat(rgb, PixelFormat::Format24bppRgb, nullptr);
-        FAIL();
-    } catch (const ArgumentNullPointerException& failure) {
-        EXPECT_EQ(failure.GetExceptionStringRef(), "Argument is null pointer (pResult).");
-    }
+    EXPECT_EQ(ThrownText<ArgumentNullPointerException>(
+                  [&] { ConvertColorToFormat(rgb, PixelFormat::Format24bppRgb, nullptr); }),
+              "Argument is null pointer (pResult).");
 }
 
 TEST(ColorTreater, ModesAndRefusals) {

@@ -3,6 +3,7 @@
 #include "ReferenceConversion.h"
 
 #include <gtest/gtest.h>
+#include <optional>
 #include <random>
 
 namespace ImagingFramework {
@@ -62,7 +63,25 @@ bool IsRefused(PixelFormat source, PixelFormat destination) {
            PixelFormatIsPacked16(destination);
 }
 
-void ExpectConverted(const BitmapData& source, const BitmapData& destination, const Reference::Settings& settings) {
+/// What a pixel goes to the search of the nearest entry as: pixels below the threshold become the transparent entry, where
+/// there is one, and all others opaque.
+void CutAlpha(std::vector<std::uint8_t>& argb, const ColorMap& map, std::uint8_t threshold) {
+    for (std::uint32_t i = 0; i < map.GetEntryCount(); ++i) {
+        std::uint8_t entry[4];
+        map.GetEntryArgb(i, entry);
+        if (entry[3] == 0) {
+            if (argb[3] < threshold) {
+                std::copy_n(entry, 4, argb.begin());
+            } else {
+                argb[3] = 255;
+            }
+            return;
+        }
+    }
+}
+
+void ExpectConverted(const BitmapData& source, const BitmapData& destination, const Reference::Settings& settings,
+                     std::optional<std::uint8_t> threshold = std::nullopt) {
     const PixelFormat format = destination.GetPixelFormat();
     // Nearest entries stay with the one before where they tie.
     std::uint32_t last = 0;
@@ -73,7 +92,10 @@ void ExpectConverted(const BitmapData& source, const BitmapData& destination, co
                 ASSERT_EQ(PixelBytes(destination, x, y), Reference::Write(pixel, format)) << x << "," << y;
                 continue;
             }
-            const auto argb = Reference::Write(pixel, PixelFormat::Format32bppArgb);
+            auto argb = Reference::Write(pixel, PixelFormat::Format32bppArgb);
+            if (threshold) {
+                CutAlpha(argb, *destination.GetColorMapRef(), *threshold);
+            }
             const auto nearest = Reference::NearestEntries(argb.data(), *destination.GetColorMapRef());
             const std::uint32_t index = Reference::ReadIndex(destination, x, y);
             ASSERT_TRUE(std::ranges::count(nearest, index) == 1) << x << "," << y << " index " << index;
@@ -120,6 +142,41 @@ TEST(ColorSpaceManager, ConvertsAllPairsOfFormats) {
                     continue;
                 }
                 ExpectConverted(source, *destination, {32767, source.GetColorMapRef()});
+            }
+        }
+    }
+}
+
+// Every source format into each indexed one, with each kind of palette that needs no picture, with and without the alpha
+// threshold, against a search of all entries.
+TEST(ColorSpaceManager, ConvertsToIndexedFormatsWithEveryPalette) {
+    ColorMap custom = RandomMap(40, PixelFormat::Format32bppArgb, 3);
+    custom.SetAlpha(7, 0);
+    for (const PixelFormat sourceFormat : AllPixelFormats()) {
+        if (IsRefused(sourceFormat, PixelFormat::Format8bppIndexed)) {
+            continue;
+        }
+        const BitmapData source = RandomRaster(sourceFormat);
+        for (const PixelFormat format :
+             {PixelFormat::Format1bppIndexed, PixelFormat::Format4bppIndexed, PixelFormat::Format8bppIndexed}) {
+            for (const ColorMapType type : {ColorMapType::Custom, ColorMapType::WebSafe, ColorMapType::Windows,
+                                            ColorMapType::Mac, ColorMapType::GrayScale, ColorMapType::Bicolor}) {
+                for (const bool useThreshold : {false, true}) {
+                    SCOPED_TRACE(Name(sourceFormat) + " to " + Name(format) + " with " +
+                                 std::to_string(static_cast<int>(type)));
+                    constexpr std::uint8_t threshold = 128;
+                    ColorSpaceManager manager;
+                    manager.SetDitheringType(DitheringType::None);
+                    manager.SetColorMapType(type);
+                    manager.SetCustomColorMap(custom);
+                    manager.SetUsePaletteAlphaThreshold(useThreshold);
+                    manager.SetPaletteAlphaThreshold(threshold);
+                    std::unique_ptr<BitmapData> destination;
+                    manager.TransformBitmapData(source, format, destination);
+                    ASSERT_LE(destination->GetColorMapRef()->GetEntryCount(), 1U << PixelFormatSize(format));
+                    ExpectConverted(source, *destination, {65535, source.GetColorMapRef()},
+                                    useThreshold ? std::optional(threshold) : std::nullopt);
+                }
             }
         }
     }

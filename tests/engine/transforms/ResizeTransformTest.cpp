@@ -1,6 +1,7 @@
 #include "transforms/ResizeTransform.h"
 
 #include "Common/EngineModule.h"
+#include "EachInstructionSet.h"
 #include "EventsProbe.h"
 #include "ResizeReference.h"
 
@@ -189,6 +190,32 @@ TEST(ResizeTransform, FastLanczosKeepsEveryRoundingOfTheCanonicalSum) {
             }
         }
     }
+}
+
+// Wide enough for whole chunks of every vector loop, with odd ends behind them; every layout goes through all of its lanes.
+TEST(ResizeTransform, EveryInstructionSetGivesTheFormulas) {
+    struct Case {
+        BitmapData Source;
+        InterpolationMode Mode;
+        SizeCase Size;
+        BitmapData Expected;
+    };
+    const SizeCase sizes[] = {{331, 43, 149, 21}, {45, 19, 203, 37}};
+    std::vector<Case> cases;
+    for (const PixelFormat format : WholeFormats) {
+        for (const SizeCase& size : sizes) {
+            const BitmapData source = NoiseRaster(size.FromWidth, size.FromHeight, format, 31);
+            for (const InterpolationMode mode : {Bilinear, Trilinear, Lanczos3Filter, BoxFilter, MitchellFilter}) {
+                cases.push_back({source, mode, size, ReferenceResize(source, size.ToWidth, size.ToHeight, mode)});
+            }
+        }
+    }
+    Testing::ForEachInstructionSet([&] {
+        for (const Case& c : cases) {
+            EXPECT_TRUE(SamePixels(*Resize(c.Source, c.Size.ToWidth, c.Size.ToHeight, c.Mode), c.Expected))
+                << std::hex << ToWord(c.Source.GetPixelFormat()) << " mode " << static_cast<int>(c.Mode);
+        }
+    });
 }
 
 TEST(ResizeTransform, ReadsNothingBesideItsSourceAndWritesNothingBesideItsRows) {

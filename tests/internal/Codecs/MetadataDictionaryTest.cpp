@@ -46,14 +46,15 @@ public:
         text = "key";
         return Contains(key);
     }
-    void SetItemArray(const std::uint32_t& key, const std::vector<DataItem>& values) override {
+    bool SetItemArray(const std::uint32_t& key, const std::vector<DataItem>& values) override {
         if (Refuses) {
             throw ImagingFramework::ArgumentException("key");
         }
         Remove(key);
         m_items[key] = values;
+        return true;
     }
-    void SetItem(const std::uint32_t& key, const DataItem& value) override { SetItemArray(key, {value}); }
+    bool SetItem(const std::uint32_t& key, const DataItem& value) override { return SetItemArray(key, {value}); }
     bool KeyToName(const std::uint32_t&, std::string&) const override { return false; }
     bool NameToKey(std::string_view, std::uint32_t&) const override { return false; }
     std::uint32_t GetCount() const override { return static_cast<std::uint32_t>(m_items.size()); }

@@ -6,6 +6,8 @@
 #include <Corvane/Rasterloom/Host/Errors.h>
 #include <Corvane/Rasterloom/Host/MemoryStream.h>
 
+#include "Throws.h"
+
 #include <algorithm>
 #include <gtest/gtest.h>
 
@@ -107,12 +109,7 @@ TEST(StreamWrapper, WhatTheStreamCannotDo) {
     EXPECT_FALSE(wrapper.Seek(0, static_cast<Engine::SeekOrigin>(3), nullptr));
     EXPECT_EQ(FailureText(wrapper), "dwOrigin has unappropriated value.");
     stream->Close();
-    try {
-        StreamWrapper closed(stream);
-        ADD_FAILURE();
-    } catch (const Host::ArgumentException& exception) {
-        EXPECT_EQ(exception.get_Message(), "Stream has been closed.");
-    }
+    EXPECT_EQ(ThrownText<Host::ArgumentException>([&] { StreamWrapper closed(stream); }), "Stream has been closed.");
 }
 
 } // namespace

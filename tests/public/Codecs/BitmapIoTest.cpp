@@ -111,7 +111,7 @@ TEST_F(BitmapIo, SavesByExtensionAndByOptions) {
     EXPECT_EQ(Bitmap(File("rle.bmp")).GetPixel(5, 0).ToInt32(), 0xFFFFFFFFU);
     EXPECT_THROW(bitmap.Save(File("other.xyz")), MediaUnsupportedException);
     EXPECT_EQ(ThrownParameter<Host::ArgumentNullException>([&] { bitmap.Save(File("x.bmp"), nullptr); }), "options");
-    EXPECT_EQ(CountFiles(), 3);
+    EXPECT_EQ(CountFiles(), 3U);
 }
 
 TEST_F(BitmapIo, SavingEventsComeOutsideTheLock) {
@@ -137,7 +137,7 @@ TEST_F(BitmapIo, SavingEventsComeOutsideTheLock) {
     EXPECT_THROW(bitmap.Save(File("a.bmp")), AbortedException);
     EXPECT_EQ(Read("a.bmp"), before);
     EXPECT_EQ(order, "s9Ss");
-    EXPECT_EQ(CountFiles(), 1);
+    EXPECT_EQ(CountFiles(), 1U);
     EXPECT_FALSE(bitmap.get_Locked());
 }
 
@@ -164,7 +164,7 @@ TEST_F(BitmapIo, AFailedOrAbortedSaveLeavesTheOldFile) {
     const auto abortConversion = wide.Progress.Subscribe([&](ProgressEventArgs&) { wide.Abort(); });
     EXPECT_THROW(wide.Save(File("a.bmp")), AbortedException);
     EXPECT_EQ(Read("a.bmp"), old);
-    EXPECT_EQ(CountFiles(), 1);
+    EXPECT_EQ(CountFiles(), 1U);
     EXPECT_FALSE(bitmap.get_Locked() || wide.get_Locked());
 }
 

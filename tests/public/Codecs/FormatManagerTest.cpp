@@ -45,7 +45,7 @@ TEST_F(FormatManagerTest, FindsWritersByExtensionInAnyCase) {
     }
     EXPECT_FALSE(FormatManager::CreateFormatWriter(FormatManager::BmpFormat)->get_Opened());
     EXPECT_THROW(FormatManager::CreateFormatWriter(FormatManager::MpegFormat), MediaUnsupportedException);
-    EXPECT_EQ(CountFiles(), 0) << "opened and closed again without a frame";
+    EXPECT_EQ(CountFiles(), 0U) << "opened and closed again without a frame";
     const auto options = FormatManager::CreateEncoderOptions(FormatManager::BmpFormat);
     EXPECT_EQ(dynamic_cast<BmpEncoderOptions&>(*options).get_Compression(), CompressionType::None);
 }
@@ -57,7 +57,7 @@ TEST_F(FormatManagerTest, TellsTheFormatOfAFile) {
     EXPECT_EQ(FormatManager::GetMediaFormat(Write("y.txt", {1, 2, 3})), FormatManager::UnknownFormat);
     EXPECT_EQ(FormatManager::GetMediaFormat(StreamOf(TestFile(1, 1, 1, {0}))), TestFormat);
     EXPECT_EQ(FormatManager::GetMediaFormat(std::shared_ptr<Host::Stream>()), FormatManager::UnknownFormat);
-    EXPECT_EQ(CountFiles(), 2);
+    EXPECT_EQ(CountFiles(), 2U);
 }
 
 TEST_F(FormatManagerTest, DescribesFormats) {

@@ -171,7 +171,7 @@ TEST_F(FormatWriterTest, AHostsFormatHasSeveralFramesAndReplacesItsFileWhole) {
     EXPECT_THROW(writer.AddFrame(&frame), Host::IOException);
     writer.Close();
     EXPECT_EQ(Read("a.tst").size(), 11U) << "no frame was completed";
-    EXPECT_EQ(CountFiles(), 1);
+    EXPECT_EQ(CountFiles(), 1U);
 }
 
 } // namespace

@@ -4,12 +4,14 @@
 #include <Corvane/Rasterloom/Host/Errors.h>
 #include <Corvane/Rasterloom/Host/MemoryStream.h>
 
+#include "TempFolder.h"
+#include "Throws.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
-#include <unistd.h>
 #include <vector>
 
 namespace Corvane::Rasterloom::Codecs {
@@ -41,20 +43,10 @@ std::vector<std::uint8_t> Bytes(std::size_t count) {
 }
 
 /// Temporary files go into a folder of the test's own.
-class CodecStreams : public testing::Test {
+class CodecStreams : public testing::Test, protected TempFolder {
 protected:
-    CodecStreams() {
-        std::string name = (fs::temp_directory_path() / "codecstreamsXXXXXX").string();
-        m_folder = ::mkdtemp(name.data());
-        ::setenv("TMPDIR", m_folder.c_str(), 1);
-    }
-    ~CodecStreams() override {
-        ::unsetenv("TMPDIR");
-        fs::remove_all(m_folder);
-    }
-    long Files() const { return std::distance(fs::directory_iterator(m_folder), fs::directory_iterator()); }
-
-    fs::path m_folder;
+    CodecStreams() { ::setenv("TMPDIR", m_folder.c_str(), 1); }
+    ~CodecStreams() override { ::unsetenv("TMPDIR"); }
 };
 
 TEST_F(CodecStreams, ProxyForwardsToAStreamThatSeeks) {
@@ -67,7 +59,7 @@ TEST_F(CodecStreams, ProxyForwardsToAStreamThatSeeks) {
     proxy.SetLength(20);
     EXPECT_EQ(stream->get_Length(), 20);
     EXPECT_EQ(stream->get_Position(), 5);
-    EXPECT_EQ(Files(), 0);
+    EXPECT_TRUE(Names().empty());
     proxy.Close();
     EXPECT_FALSE(proxy.get_CanRead());
     EXPECT_THROW(proxy.get_Length(), Host::ObjectDisposedException);
@@ -81,28 +73,23 @@ TEST_F(CodecStreams, ProxyCopiesAStreamThatDoesNot) {
         EXPECT_EQ(proxy.get_Mode(), ProxyMode::CopiedStream);
         EXPECT_EQ(proxy.get_Position(), 0);
         EXPECT_EQ(proxy.get_Length(), 200000);
-        EXPECT_EQ(Files(), 1);
+        EXPECT_EQ(Names().size(), 1U);
         proxy.Seek(-2, Host::SeekOrigin::End);
         std::vector<std::uint8_t> out(2);
         EXPECT_EQ(proxy.Read(out.data(), 2), 2U);
         EXPECT_TRUE(std::equal(out.begin(), out.end(), bytes.end() - 2));
     }
-    EXPECT_EQ(Files(), 0);
+    EXPECT_TRUE(Names().empty());
     const auto broken = std::make_shared<PipeStream>(bytes);
     broken->Fails = true;
     EXPECT_THROW(NonSeekableStreamProxy proxy(broken), Host::IOException);
-    EXPECT_EQ(Files(), 0);
+    EXPECT_TRUE(Names().empty());
     ::setenv("TMPDIR", "/nowhere/at/all", 1);
     EXPECT_THROW(NonSeekableStreamProxy proxy(std::make_shared<PipeStream>(bytes)), Host::IOException);
     EXPECT_THROW(NonSeekableStreamProxy(nullptr), Host::ArgumentNullException);
     broken->Close();
-    try {
-        NonSeekableStreamProxy proxy(broken);
-        ADD_FAILURE();
-    } catch (const Host::ArgumentException& exception) {
-        EXPECT_EQ(exception.get_Message(), "The stream has already been closed.");
-        EXPECT_EQ(exception.get_ParamName(), "stream");
-    }
+    EXPECT_EQ(ThrownText<Host::ArgumentException>([&] { NonSeekableStreamProxy proxy(broken); }),
+              "The stream has already been closed.");
 }
 
 TEST_F(CodecStreams, FileStreamLeavesNoEmptyFile) {

@@ -1,13 +1,13 @@
 #pragma once
 
+#include "TempFolder.h"
+
 #include <Corvane/Rasterloom/Host/Errors.h>
 #include <Corvane/Rasterloom/Host/MemoryStream.h>
 
 #include <cstdint>
 #include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
@@ -69,35 +69,16 @@ public:
     std::int64_t Seek(std::int64_t, Host::SeekOrigin) override { throw Host::NotSupportedException(); }
 };
 
-/// A folder of its own for each test, gone afterwards.
-class FilesTest : public testing::Test {
+class FilesTest : public testing::Test, protected TempFolder {
 protected:
-    FilesTest() {
-        const auto* const info = testing::UnitTest::GetInstance()->current_test_info();
-        m_folder = std::filesystem::temp_directory_path() /
-                   (std::string("rasterloom_") + info->test_suite_name() + "_" + info->name());
-        std::filesystem::remove_all(m_folder);
-        std::filesystem::create_directories(m_folder);
+    std::filesystem::path Write(const std::filesystem::path& name, const Bytes& bytes) const {
+        return TempFolder::Write(name, {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
     }
-    ~FilesTest() override { std::filesystem::remove_all(m_folder); }
-
-    std::filesystem::path File(const std::string& name) const { return m_folder / name; }
-    std::filesystem::path Write(const std::string& name, const Bytes& bytes) const {
-        std::ofstream(File(name), std::ios::binary)
-            .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-        return File(name);
+    Bytes Read(const std::filesystem::path& name) const {
+        const std::string bytes = TempFolder::Read(name);
+        return {bytes.begin(), bytes.end()};
     }
-    Bytes Read(const std::string& name) const {
-        std::ifstream file(File(name), std::ios::binary);
-        return Bytes(std::istreambuf_iterator<char>(file), {});
-    }
-    /// How many files there are, temporary ones included.
-    std::ptrdiff_t CountFiles() const {
-        return std::distance(std::filesystem::directory_iterator(m_folder), std::filesystem::directory_iterator());
-    }
-
-private:
-    std::filesystem::path m_folder;
+    std::size_t CountFiles() const { return Names().size(); }
 };
 
 } // namespace Corvane::Rasterloom::Codecs

@@ -3,13 +3,14 @@
 #include <Corvane/Rasterloom/Host/MemoryStream.h>
 #include <Corvane/Rasterloom/Host/StdStream.h>
 
+#include "TempFolder.h"
+
 #include <array>
 #include <fstream>
 #include <functional>
 #include <gtest/gtest.h>
 #include <sstream>
 #include <string>
-#include <unistd.h>
 
 namespace Corvane::Rasterloom::Host {
 namespace {
@@ -56,15 +57,7 @@ void CheckClosed(Stream& stream) {
     EXPECT_THROW(stream.Seek(0, SeekOrigin::Begin), ObjectDisposedException);
 }
 
-class HostStreamFiles : public testing::Test {
-protected:
-    HostStreamFiles() {
-        std::string name = (std::filesystem::temp_directory_path() / "hoststreamsXXXXXX").string();
-        m_folder = ::mkdtemp(name.data());
-    }
-    ~HostStreamFiles() override { std::filesystem::remove_all(m_folder); }
-    std::filesystem::path m_folder;
-};
+class HostStreamFiles : public testing::Test, protected TempFolder {};
 
 TEST_F(HostStreamFiles, MemoryAndFiles) {
     MemoryStream memory;

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <Corvane/Rasterloom/Codecs/CustomFormatCodec.h>
 #include <Corvane/Rasterloom/Codecs/CustomFrame.h>
-#include <Corvane/Rasterloom/Codecs/FormatReader.h>
 #include <Corvane/Rasterloom/Codecs/LoadingMode.h>
 
 namespace Corvane::Rasterloom::Codecs {
@@ -10,15 +10,10 @@ namespace Corvane::Rasterloom::Codecs {
 ///
 /// The members to implement are called with the reader's lock held, by one thread at a time: they use the helpers
 /// here, and none of the members that take the lock. `Clone` makes a closed reader of the same class.
-class RASTERLOOM_API CustomFormatReader : public FormatReader {
+class RASTERLOOM_API CustomFormatReader : public CustomFormatCodec<FormatReader> {
 public:
     ~CustomFormatReader() override;
 
-    std::string get_DefaultExtension() override;
-    std::string get_FormatName() override;
-    std::string get_FormatDescription() override;
-    std::string get_FilterString() override;
-    std::string get_MimeType() override;
 
 protected:
     explicit CustomFormatReader(std::int64_t mediaFormat = 0);
@@ -48,12 +43,6 @@ protected:
     /// @{
     /// Negative fails with `Host::ArgumentException` ("count").
     void SetFrameCount(std::int32_t count);
-    void SetDefaultExtension(std::string value) { m_strDefaultExtension = std::move(value); }
-    void SetFormatName(std::string value) { m_strFormatName = std::move(value); }
-    void SetFormatDescription(std::string value) { m_strFormatDescription = std::move(value); }
-    void SetFilterString(std::string value) { m_strFilterString = std::move(value); }
-    void SetMimeType(std::string value) { m_strMimeType = std::move(value); }
-    void SetMediaFormat(std::int64_t value) noexcept;
     /// Declares more steps. Only in `LoadFrameBitmap`, as the next ones.
     void ResetEvents(std::int32_t count);
     /// Steps done, one in the first form. Fails with `AbortedException` and `TimeoutException`, which must be let
@@ -84,13 +73,7 @@ protected:
     std::unique_ptr<ImagingFramework::BitmapData> _LoadRaster() override;
 
 private:
-    std::string m_strDefaultExtension;
-    std::string m_strFormatName;
-    std::string m_strFormatDescription;
-    std::string m_strFilterString;
-    std::string m_strMimeType;
     std::shared_ptr<Host::Stream> m_pFileStream;
-    bool m_bMediaAttached = false;
     std::unique_ptr<Bitmap> m_pLoadedBitmap;
 };
 

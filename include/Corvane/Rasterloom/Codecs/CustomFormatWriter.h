@@ -1,7 +1,7 @@
 #pragma once
 
+#include <Corvane/Rasterloom/Codecs/CustomFormatCodec.h>
 #include <Corvane/Rasterloom/Codecs/CustomFrame.h>
-#include <Corvane/Rasterloom/Codecs/FormatWriter.h>
 
 #include <utility>
 
@@ -13,15 +13,10 @@ class EngineFileStream;
 ///
 /// The members to implement are called with the writer's lock held, by one thread at a time: they use the helpers
 /// here, and none of the members that take the lock. `Clone` makes a closed writer of the same class.
-class RASTERLOOM_API CustomFormatWriter : public FormatWriter {
+class RASTERLOOM_API CustomFormatWriter : public CustomFormatCodec<FormatWriter> {
 public:
     ~CustomFormatWriter() override;
 
-    std::string get_DefaultExtension() override;
-    std::string get_FormatName() override;
-    std::string get_FormatDescription() override;
-    std::string get_FilterString() override;
-    std::string get_MimeType() override;
     /// A plain `CustomFrame`, unless overridden.
     std::unique_ptr<IFrame> GetEmptyFrame() override;
 
@@ -51,12 +46,6 @@ protected:
 
     /// @name Helpers
     /// @{
-    void SetDefaultExtension(std::string value) { m_strDefaultExtension = std::move(value); }
-    void SetFormatName(std::string value) { m_strFormatName = std::move(value); }
-    void SetFormatDescription(std::string value) { m_strFormatDescription = std::move(value); }
-    void SetFilterString(std::string value) { m_strFilterString = std::move(value); }
-    void SetMimeType(std::string value) { m_strMimeType = std::move(value); }
-    void SetMediaFormat(std::int64_t value) noexcept;
     /// As in `CustomFormatReader`.
     void ResetEvents(std::int32_t count);
     void UpdateEvents();
@@ -75,15 +64,8 @@ protected:
     void _SaveRaster(Frame& frame, ImagingFramework::BitmapData& raster) override;
 
 private:
-
-    std::string m_strDefaultExtension;
-    std::string m_strFormatName;
-    std::string m_strFormatDescription;
-    std::string m_strFilterString;
-    std::string m_strMimeType;
     std::shared_ptr<Host::Stream> m_pStream;
     std::shared_ptr<EngineFileStream> m_pTargetFile;
-    bool m_bMediaAttached = false;
 };
 
 } // namespace Corvane::Rasterloom::Codecs

@@ -25,6 +25,9 @@ public:
     void set_HorizontalResolutionTU(float value);
     float get_VerticalResolutionTU();
     void set_VerticalResolutionTU(float value);
+    /// Null without one.
+    std::shared_ptr<Rasterloom::ColorProfile> get_ColorProfileTU();
+    void set_ColorProfileTU(const std::shared_ptr<Rasterloom::ColorProfile>& value);
     std::int32_t get_LeftTU();
     void set_LeftTU(std::int32_t value);
     std::int32_t get_TopTU();
@@ -41,7 +44,8 @@ public:
     /// Sets all of these at once. Fails as the single ones.
     void InitializeCustomFrameTU(std::int32_t width, std::int32_t height, Rasterloom::PixelFormat pixelFormat,
                                  float horizontalResolution, float verticalResolution, std::int32_t left = 0,
-                                 std::int32_t top = 0, const std::string& name = {});
+                                 std::int32_t top = 0, const std::string& name = {},
+                                 const std::shared_ptr<Rasterloom::ColorProfile>& colorProfile = nullptr);
 };
 
 } // namespace Corvane::Rasterloom::Codecs

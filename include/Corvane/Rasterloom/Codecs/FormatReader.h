@@ -1,16 +1,18 @@
 #pragma once
 
 #include <Corvane/Rasterloom/Codecs/ActionType.h>
+#include <Corvane/Rasterloom/Codecs/FormatCodec.h>
 #include <Corvane/Rasterloom/Codecs/FramesEnumerator.h>
-#include <Corvane/Rasterloom/Codecs/IFormatReader.h>
-#include <Corvane/Rasterloom/SyncHandler.h>
 #include <Corvane/Rasterloom/Transforms/InterpolationMode.h>
 
 namespace ImagingFramework {
 class BitmapData;
 class ItemTag;
-class MetaData;
 } // namespace ImagingFramework
+
+namespace Corvane::Rasterloom {
+class ColorProfile;
+}
 
 namespace Corvane::Rasterloom::Codecs {
 
@@ -21,26 +23,15 @@ enum class FrameProperty : std::uint32_t;
 /// those of a load, and the reader's lock is held meanwhile. A failed load leaves the reader open.
 ///
 /// For those who derive: call `DisposeFinally` first in the destructor, as `SyncHandler` says.
-class RASTERLOOM_API FormatReader : public SyncHandler, public IFormatReader {
+class RASTERLOOM_API FormatReader : public FormatCodec<IFormatReader> {
 public:
     ~FormatReader() override;
 
-    using SyncHandler::Dispose;
+    using FormatCodec::Dispose;
 
-    std::string get_DefaultExtension() override;
-    std::string get_FormatName() override;
-    std::string get_FormatDescription() override;
-    std::string get_FilterString() override;
-    std::string get_MimeType() override;
-    std::int32_t get_CodecPriority() override { return 0; }
-    bool get_Opened() override;
-    std::int64_t get_MediaFormat() override;
     std::unique_ptr<IFrame> LoadFrame(std::int32_t index) override;
     std::int32_t get_FrameCount() override;
     bool get_IsFrameSeekable() override { return true; }
-    void Open(const std::shared_ptr<Host::Stream>& stream) override;
-    void Open(const std::filesystem::path& fileName) override;
-    void Close() override;
     bool CheckForSupport(const std::shared_ptr<Host::Stream>& stream) override;
     bool CheckForSupport(const std::filesystem::path& fileName) override;
     /// A cursor over the frames, before the first one.
@@ -64,47 +55,41 @@ protected:
 
     /// @name Steps of a subclass; the lock is held
     /// @{
-    /// The file is attached. The base asks for the frame count.
-    virtual void OnOpen();
-    /// Comes once for each opening, also for one that failed on its way.
-    virtual void OnClose() {}
+    /// Asks for the frame count.
+    void OnOpen() override;
     virtual std::unique_ptr<Frame> OnFrameLoad(std::int32_t index) = 0;
     /// The base recognises all formats and compares with its own.
     virtual bool OnCheckForSupport(const std::shared_ptr<Host::Stream>& stream);
-    virtual void _AttachStream(const std::shared_ptr<Host::Stream>& stream);
-    virtual void _AttachFile(const std::filesystem::path& fileName);
-    virtual void _DetachMedia();
     virtual void _OnFrameLoadProperty(Frame& frame, FrameProperty property);
     /// Runs in the worker and gives the raster of the frame being loaded.
     virtual std::unique_ptr<ImagingFramework::BitmapData> _LoadRaster();
     /// @}
 
-    /// Fails with `ObjectNotOpenedException` ("reader").
-    void CheckOpened() const;
     /// Fails as `CheckOpened`, also for a frame of an earlier opening, with `Host::ArgumentNullException` and
     /// `Host::ArgumentOutOfRangeException` ("frame").
     void CheckFrameParams(const Frame* frame) const;
-    void CheckNotDisposed() const;
     /// -1 means not known; below that fails with `Host::ArgumentOutOfRangeException` ("frameCount").
     void set__FrameCount(std::int32_t frameCount);
     std::int32_t get__FrameCount() const noexcept;
-    void set__MediaFormat(std::int64_t mediaFormat) noexcept;
     /// Asks the engine for an item of a frame, with the frame's checks; whether it was answered.
     bool _GetFrameItem(const Frame& frame, ImagingFramework::ItemTag& tag);
+    /// The same for an item of the file, or of the frame that the tag tells.
+    bool _GetItem(ImagingFramework::ItemTag& tag);
     ActionType get__ActionType() const noexcept;
     Frame* get__LoadingFrame() const noexcept;
     std::int32_t get__ThumbnailWidth() const noexcept;
     std::int32_t get__ThumbnailHeight() const noexcept;
     Transforms::InterpolationMode get__ThumbnailInterpolation() const noexcept;
 
+    /// A copy of a stream that cannot seek.
+    std::shared_ptr<Host::Stream> _PrepareStream(const std::shared_ptr<Host::Stream>& stream) override;
+    void _ForgetMedia() noexcept override;
     void Dispose(bool disposing) override;
     void ThreadProc() override;
     void OnThreadStopping(const std::exception_ptr& exception) override;
 
 private:
-    template <class Attach>
-    void OpenBy(Attach attach);
-    void _Close();
+    std::shared_ptr<ColorProfile> LoadColorProfile(const Frame& frame);
     struct Loading;
     void StartLoading(const Loading& loading);
     void EndLoading() noexcept;

@@ -1,7 +1,6 @@
 #pragma once
 
-#include <Corvane/Rasterloom/Codecs/IFormatWriter.h>
-#include <Corvane/Rasterloom/SyncHandler.h>
+#include <Corvane/Rasterloom/Codecs/FormatCodec.h>
 
 #include <vector>
 
@@ -9,7 +8,6 @@ namespace ImagingFramework {
 class BitmapData;
 class IInternalEvents;
 class ItemTag;
-class MetaData;
 } // namespace ImagingFramework
 
 namespace Corvane::Rasterloom::Codecs {
@@ -22,23 +20,10 @@ class Frame;
 /// events tell of that; `Abort`, `Pause` and `Continue` reach the reader as well.
 ///
 /// For those who derive: call `DisposeFinally` first in the destructor, as `SyncHandler` says.
-class RASTERLOOM_API FormatWriter : public SyncHandler, public IFormatWriter {
+class RASTERLOOM_API FormatWriter : public FormatCodec<IFormatWriter> {
 public:
     ~FormatWriter() override;
 
-    using SyncHandler::Dispose;
-
-    std::string get_DefaultExtension() override;
-    std::string get_FormatName() override;
-    std::string get_FormatDescription() override;
-    std::string get_FilterString() override;
-    std::string get_MimeType() override;
-    std::int32_t get_CodecPriority() override { return 0; }
-    bool get_Opened() override;
-    std::int64_t get_MediaFormat() override;
-    void Open(const std::shared_ptr<Host::Stream>& stream) override;
-    void Open(const std::filesystem::path& fileName) override;
-    void Close() override;
     void AddFrame(IFrame* frame) override;
     void ImportEncoderOptions(const EncoderOptions* options) override;
     void ExportEncoderOptions(EncoderOptions* options) override;
@@ -56,17 +41,11 @@ protected:
 
     /// @name Steps of a subclass; the lock is held
     /// @{
-    virtual void OnOpen() {}
-    virtual void OnClose() {}
     /// Sends the settings of the frame, and before the first one those of the file.
     virtual void OnBeforeAddFrame(Frame& frame);
     virtual void OnAfterAddFrame(Frame& frame);
     virtual void OnImportEncoderOptions(const EncoderOptions& options);
     virtual void OnExportEncoderOptions(EncoderOptions& options);
-    virtual void _AttachStream(const std::shared_ptr<Host::Stream>& stream);
-    virtual void _AttachFile(const std::filesystem::path& fileName);
-    /// Ends the file.
-    virtual void _DetachMedia();
     virtual std::vector<PixelFormat> _GetSupportedPixelFormats();
     virtual PixelFormat _GetClosestPixelFormat(PixelFormat format);
     /// Sends left and top.
@@ -75,12 +54,8 @@ protected:
     virtual void _SaveRaster(Frame& frame, ImagingFramework::BitmapData& raster);
     /// @}
 
-    /// Fails with `ObjectNotOpenedException` ("writer").
-    void CheckOpened() const;
-    void CheckNotDisposed() const;
     /// Gives an item to the engine; false when the format does not know it.
     bool _SetItem(ImagingFramework::ItemTag& tag);
-    void set__MediaFormat(std::int64_t mediaFormat) noexcept;
     /// Frames added since the file was opened.
     std::int32_t get__WrittenFrameCount() const noexcept;
     Frame* get__SavingFrame() const noexcept;
@@ -90,7 +65,7 @@ protected:
     void _ResetSaveProgress(std::int32_t count);
     void _ReportSaveProgress(std::int32_t step);
 
-    void Dispose(bool disposing) override;
+    void _ForgetMedia() noexcept override;
     void ThreadProc() override;
     void OnThreadStopping(const std::exception_ptr& exception) override;
 
@@ -98,9 +73,6 @@ private:
     struct Impl;
     class FrameRaster;
 
-    template <class Attach>
-    void OpenBy(Attach attach);
-    void _Close();
     void _AddFrame(Frame& frame);
     void RaiseSavingEvent(Frame& frame);
     void ConvertAndSave(const ImagingFramework::BitmapData& raster, PixelFormat format);

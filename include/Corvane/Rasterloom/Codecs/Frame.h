@@ -43,6 +43,7 @@ public:
     bool get_IsIndexed() override;
     float get_HorizontalResolution() override;
     float get_VerticalResolution() override;
+    std::shared_ptr<Rasterloom::ColorProfile> get_ColorProfile() override;
     std::int32_t get_Left() override;
     void set_Left(std::int32_t value) override;
     std::int32_t get_Top() override;

@@ -9,7 +9,8 @@
 
 namespace Corvane::Rasterloom {
 class Bitmap;
-}
+class ColorProfile;
+} // namespace Corvane::Rasterloom
 
 namespace Corvane::Rasterloom::Codecs {
 
@@ -40,6 +41,8 @@ public:
     /// Dots per inch.
     virtual float get_HorizontalResolution() = 0;
     virtual float get_VerticalResolution() = 0;
+    /// The colour profile of the image; null without one, and for one that is damaged.
+    virtual std::shared_ptr<Rasterloom::ColorProfile> get_ColorProfile() = 0;
     /// Place in the image as a whole, in pixels.
     virtual std::int32_t get_Left() = 0;
     virtual void set_Left(std::int32_t value) = 0;

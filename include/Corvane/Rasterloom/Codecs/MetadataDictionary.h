@@ -1,5 +1,6 @@
 #pragma once
 
+#include <Corvane/Rasterloom/Codecs/AdobeResourceBlock.h>
 #include <Corvane/Rasterloom/Codecs/Rational.h>
 #include <Corvane/Rasterloom/Codecs/UnsignedRational.h>
 #include <Corvane/Rasterloom/LockableObject.h>
@@ -28,7 +29,8 @@ class MetadataEnumerator;
 
 /// A value of a metadata dictionary; `std::monostate` is no value. Of a 64-bit number the low 32 bits count, unsigned.
 using MetadataValue = std::variant<std::monostate, std::int32_t, std::int64_t, std::uint32_t, Rational,
-                                   UnsignedRational, std::string, std::vector<std::uint8_t>, std::shared_ptr<Bitmap>>;
+                                   UnsignedRational, std::string, std::vector<std::uint8_t>, std::shared_ptr<Bitmap>,
+                                   AdobeResourceBlock>;
 
 /// A key with its first value.
 using MetadataEntry = std::pair<std::uint32_t, MetadataValue>;

@@ -163,7 +163,7 @@ void BitmapFrameDecoder::CheckPixelData() {
 
 void BitmapFrameDecoder::DecodeFrameInternal() {
     CheckPixelData();
-    CreateBitmapData();
+    CreateBitmapData(m_compression == FrameCompressionType::Rle ? PixelCover::Partly : PixelCover::Whole);
     SetResolution();
     m_bMapIndices = false;
     if (HasPalette()) {

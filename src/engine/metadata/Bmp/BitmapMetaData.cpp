@@ -29,20 +29,11 @@ void BitmapMetaData::DetachFrames() {
 
 bool BitmapMetaData::GetItem(ItemTag& tag) {
     CheckRuntimeReadState(tag);
-    const auto frameIndex = static_cast<std::uint32_t>(tag.GetFrameIndex());
     switch (tag.GetMetaDataId()) {
     case MetaDataId::FrameBitmap:
-    case MetaDataId::FrameThumbnail: {
-        BitmapData* pBitmapData = tag.IsEmpty() ? nullptr : static_cast<BitmapData*>(tag);
-        if (tag.GetMetaDataId() == MetaDataId::FrameBitmap) {
-            DecodeFrame(pBitmapData, frameIndex);
-        } else {
-            SetThumbnailKind(tag.GetThumbnailInterpolation());
-            DecodeFrameToThumbnail(tag.GetThumbnailWidth(), tag.GetThumbnailHeight(), pBitmapData, frameIndex);
-        }
-        tag = pBitmapData;
+    case MetaDataId::FrameThumbnail:
+        DecodeToTag(tag);
         return true;
-    }
     case MetaDataId::FrameCount:
         tag = BitmapFrameDecoder::GetFrameCount();
         return true;

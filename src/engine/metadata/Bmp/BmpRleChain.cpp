@@ -89,7 +89,7 @@ void BmpRleChain::SaveRLE4NotRepeatingChain(std::uint32_t byteCount, std::uint32
             Put(1, m_chain[0]);
         } else if (pixelCount == 2) {
             Put(1, m_chain[0] & 0xF0);
-            Put(1, (m_chain[0] & 0x0F) << 4);
+            Put(1, (m_chain[0] & 0x0FU) << 4);
         }
         return;
     }

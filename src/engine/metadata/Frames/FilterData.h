@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 namespace ImagingFramework {
 
@@ -17,6 +18,7 @@ struct FilterData {
     PixelFormat Format = PixelFormat::FormatUnknown;
     std::shared_ptr<const ColorMap> Palette; ///< null for a format without a palette
     std::uint32_t FrameIndex = 0;
+    std::vector<std::uint8_t> Profile; ///< ICC profile, empty without one
 };
 
 } // namespace ImagingFramework

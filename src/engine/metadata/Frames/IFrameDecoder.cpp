@@ -1,5 +1,6 @@
 #include "metadata/Frames/IFrameDecoder.h"
 
+#include "Common/ColorProfileUtils.h"
 #include "Common/FrameSize.h"
 #include "Common/Numeric.h"
 #include "metadata/Streams/FileStream.h"
@@ -45,7 +46,7 @@ void IFrameDecoderImpl::CheckFrameIndex(std::uint32_t uintFrameIndex) const {
 }
 
 void IFrameDecoderImpl::DecodeInternalGuarded() {
-    const std::uint32_t steps = std::min<std::uint32_t>(m_uintHeight, std::numeric_limits<std::int32_t>::max());
+    const auto steps = std::min<std::uint64_t>(GetProgressStepCount(), std::numeric_limits<std::int32_t>::max());
     ResetProgress(static_cast<std::int32_t>(steps));
     try {
         DecodeFrameInternal();
@@ -84,6 +85,7 @@ void IFrameDecoderImpl::RunFrame(BitmapData*& pBitmapData, std::uint32_t uintFra
     try {
         DecodeToOutput();
     } catch (...) {
+        m_pOutput->Empty(); // what was not decoded may hold anything
         ResetFrameState();
         throw;
     }
@@ -111,6 +113,18 @@ void IFrameDecoderImpl::DecodeFrameToThumbnail(std::uint32_t uintThumbnailWidth,
     RunFrame(pBitmapData, uintFrameIndex);
 }
 
+void IFrameDecoderImpl::DecodeToTag(ItemTag& tag) {
+    BitmapData* pBitmapData = tag.IsEmpty() ? nullptr : static_cast<BitmapData*>(tag);
+    const auto frameIndex = static_cast<std::uint32_t>(tag.GetFrameIndex());
+    if (tag.GetMetaDataId() == MetaDataId::FrameBitmap) {
+        DecodeFrame(pBitmapData, frameIndex);
+    } else {
+        SetThumbnailKind(tag.GetThumbnailInterpolation());
+        DecodeFrameToThumbnail(tag.GetThumbnailWidth(), tag.GetThumbnailHeight(), pBitmapData, frameIndex);
+    }
+    tag = pBitmapData;
+}
+
 void IFrameDecoderImpl::Start(const std::uint32_t* pFrameIndex) {
     const std::uint32_t index = pFrameIndex == nullptr ? 0 : *pFrameIndex;
     CheckFrameIndex(index);
@@ -128,23 +142,29 @@ void IFrameDecoderImpl::ResetFrameState() {
     m_uintThumbnailWidth = 0;
     m_uintThumbnailHeight = 0;
     m_uintFrameIndex = 0;
+    SetReducedSize(0, 0);
 }
 
 void IFrameDecoderImpl::FreeFrameResources() {
     m_pThumbnailer.reset();
     m_pFilterData.reset();
     m_pFrameColorMap.reset();
+    m_frameProfile.clear();
 }
 
 // --- Output
 
-void IFrameDecoderImpl::CreateBitmapData() {
+void IFrameDecoderImpl::CreateBitmapData(PixelCover cover) {
     CheckFrameSize(m_uintWidth, m_uintHeight, GetPixelFormat());
     if (m_bProducerMode) {
         return;
     }
     if (!m_bThumbnailMode) {
-        m_pOutput->Create(m_uintWidth, m_uintHeight, GetPixelFormat());
+        if (cover == PixelCover::Whole) {
+            m_pOutput->CreateUncleared(m_uintWidth, m_uintHeight, GetPixelFormat());
+        } else {
+            m_pOutput->Create(m_uintWidth, m_uintHeight, GetPixelFormat());
+        }
         return;
     }
     CalculateThumbnailDimensions(m_uintWidth, m_uintHeight, m_uintThumbnailWidth, m_uintThumbnailHeight);
@@ -165,6 +185,23 @@ void IFrameDecoderImpl::SetResolution() {
     }
 }
 
+void IFrameDecoderImpl::SetColorProfile() {
+    const std::vector<std::uint8_t>& profile = GetColorProfileRef();
+    if (m_bProducerMode) {
+        m_frameProfile = profile;
+    } else if (!profile.empty() && !m_bThumbnailMode) {
+        m_pOutput->SetProfile(profile.data(), profile.size());
+    }
+}
+
+void IFrameDecoderImpl::SetColorProfile(std::shared_ptr<const ProfileFile> pProfile) {
+    if (m_bProducerMode) {
+        m_frameProfile = GetProfileData(&pProfile->GetPath());
+    } else if (!m_bThumbnailMode) {
+        m_pOutput->SetProfileFile(std::move(pProfile));
+    }
+}
+
 const std::vector<std::uint8_t>& IFrameDecoderImpl::GetColorProfileRef() {
     throw UnexpectedException();
 }
@@ -179,7 +216,10 @@ void IFrameDecoderImpl::SetScanline(const std::uint8_t* pScanline, std::uint32_t
         }
     } else if (m_bThumbnailMode) {
         if (m_pThumbnailer == nullptr) {
-            m_pThumbnailer = CreateThumbnailer(m_uintWidth, m_uintHeight, GetPixelFormat(), m_pFrameColorMap.get());
+            const bool reduced = m_uintReducedWidth != 0;
+            m_pThumbnailer =
+                CreateThumbnailer(reduced ? m_uintReducedWidth : m_uintWidth,
+                                  reduced ? m_uintReducedHeight : m_uintHeight, GetPixelFormat(), m_pFrameColorMap.get());
         }
         m_pThumbnailer->SetScanline(row, pScanline);
     } else {
@@ -198,6 +238,7 @@ void IFrameDecoderImpl::InitializeConsumers() {
     if (m_pFrameColorMap != nullptr) {
         data->Palette = std::make_shared<ColorMap>(*m_pFrameColorMap);
     }
+    data->Profile = m_frameProfile;
     m_pFilterData = data;
     for (const std::shared_ptr<IScanLineConsumer>& pConsumer : m_consumers) {
         pConsumer->Initialize(m_pFilterData);

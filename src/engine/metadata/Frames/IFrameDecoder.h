@@ -5,6 +5,7 @@
 #include "Common/InterpolationMode.h"
 #include "MemoryManagement/ObjPtr.h"
 #include "metadata/Frames/IScanLineProducer.h"
+#include "metadata/ItemTag.h"
 #include "metadata/Streams/AbstractReader.h"
 #include "metadata/Thumbnails/IThumbnailCreator.h"
 
@@ -58,6 +59,8 @@ public:
     virtual std::shared_ptr<ColorMap> GetColorMap() = 0;
     std::uint32_t GetFrameWidth() const noexcept { return m_uintWidth; }
     std::uint32_t GetFrameHeight() const noexcept { return m_uintHeight; }
+    /// Answers `FrameBitmap` and `FrameThumbnail`: decodes into the raster that the tag holds, or into a new one.
+    void DecodeToTag(ItemTag& tag);
     /// How thumbnails are made.
     void SetThumbnailKind(InterpolationMode mode) noexcept { m_thumbnailKind = mode; }
 
@@ -74,11 +77,20 @@ protected:
     /// line.
     virtual void DecodeFrameInternal() = 0;
     virtual void FreeFrameResources();
+    /// What the steps that the decoding loop reports add up to.
+    virtual std::uint64_t GetProgressStepCount() const { return m_uintHeight; }
+    /// Whether the decoding loop writes every pixel of the frame.
+    enum class PixelCover : std::uint32_t { Partly, Whole };
     /// Makes the output raster. Fails with `MediaCorruptedException` when the frame has no acceptable size.
-    virtual void CreateBitmapData();
+    void CreateBitmapData(PixelCover cover = PixelCover::Partly);
     virtual void SetScanline(const std::uint8_t* pScanline, std::uint32_t row);
     virtual void SetColorMap(std::shared_ptr<ColorMap> pColorMap);
     virtual void SetResolution();
+    /// Gives the profile of `GetColorProfileRef`, if it has any bytes, to the raster that is being filled or to the
+    /// consumers.
+    void SetColorProfile();
+    /// The same with a profile that lies in a file already.
+    void SetColorProfile(std::shared_ptr<const ProfileFile> pProfile);
     /// Fails with `UnexpectedException` in a format without profiles.
     virtual const std::vector<std::uint8_t>& GetColorProfileRef();
     virtual void ResetFrameState();
@@ -86,6 +98,15 @@ protected:
     /// The output raster when lines may be put into it without `SetScanline`, else null.
     BitmapData* GetDirectOutput() noexcept { return m_bThumbnailMode || m_bProducerMode ? nullptr : m_pOutput.Get(); }
     std::uint32_t GetFrameIndex() const noexcept { return m_uintFrameIndex; }
+    bool IsThumbnailMode() const noexcept { return m_bThumbnailMode; }
+    InterpolationMode GetThumbnailKind() const noexcept { return m_thumbnailKind; }
+    /// The raster that is being filled; its size is that of the thumbnail in thumbnail mode.
+    const BitmapData& GetOutput() const { return *m_pOutput; }
+    /// Tells that the lines for a thumbnail come from a reduced frame of this size.
+    void SetReducedSize(std::uint32_t width, std::uint32_t height) noexcept {
+        m_uintReducedWidth = width;
+        m_uintReducedHeight = height;
+    }
     AbstractReader& GetReader() const;
 
     ObjPtr<AbstractReader> m_pReader;
@@ -110,10 +131,13 @@ private:
     bool m_bProducerMode = false;
     std::uint32_t m_uintThumbnailWidth = 0;
     std::uint32_t m_uintThumbnailHeight = 0;
+    std::uint32_t m_uintReducedWidth = 0; ///< 0: the lines are those of the frame
+    std::uint32_t m_uintReducedHeight = 0;
     std::uint32_t m_uintFrameIndex = 0;
     InterpolationMode m_thumbnailKind = InterpolationMode::Anisotropic4;
     std::unique_ptr<IThumbnailCreator> m_pThumbnailer;
     std::shared_ptr<ColorMap> m_pFrameColorMap; ///< palette of the frame, for the thumbnailer and the consumers
+    std::vector<std::uint8_t> m_frameProfile; ///< profile of the frame, for the consumers
     std::shared_ptr<const FilterData> m_pFilterData;
 };
 

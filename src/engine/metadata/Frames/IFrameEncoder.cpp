@@ -116,20 +116,20 @@ void IFrameEncoderImpl::PrepareProgress() {
     m_uintScanlineStep = std::max(1U, GetProgressGranularity() / GetSource().GetWidth());
     m_uintScanlinesDone = 0;
     m_uintScanlinesReported = 0;
-    constexpr std::uint32_t maximum = std::numeric_limits<std::int32_t>::max();
-    ResetProgress(static_cast<std::int32_t>(std::min(GetSource().GetHeight(), maximum)));
+    constexpr std::uint64_t maximum = std::numeric_limits<std::int32_t>::max();
+    ResetProgress(static_cast<std::int32_t>(std::min(GetProgressStepCount(), maximum)));
 }
 
 void IFrameEncoderImpl::ReportScanlines(std::uint32_t count) {
     m_uintScanlinesDone += count;
-    const auto report = [this](std::uint32_t lines) {
+    const auto report = [this](std::uint64_t lines) {
         m_uintScanlinesReported += lines;
         UpdateEvents(static_cast<std::int32_t>(lines));
     };
     while (m_uintScanlinesDone - m_uintScanlinesReported >= m_uintScanlineStep) {
         report(m_uintScanlineStep);
     }
-    if (m_uintScanlinesDone == GetSource().GetHeight() && m_uintScanlinesReported != m_uintScanlinesDone) {
+    if (m_uintScanlinesDone == GetProgressStepCount() && m_uintScanlinesReported != m_uintScanlinesDone) {
         report(m_uintScanlinesDone - m_uintScanlinesReported);
     }
 }

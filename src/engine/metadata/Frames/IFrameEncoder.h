@@ -59,6 +59,8 @@ protected:
     virtual void ResetFrameState() { m_bFrameWritten = false; }
     /// Pixels per progress event.
     virtual std::uint32_t GetProgressGranularity() const { return 1000; }
+    /// Scanlines that are reported in all.
+    virtual std::uint64_t GetProgressStepCount() const { return GetSource().GetHeight(); }
     /// Adds finished scanlines and reports them in steps, the rest at the last one.
     virtual void ReportScanlines(std::uint32_t count);
 
@@ -84,8 +86,8 @@ private:
     std::uint32_t m_uintLogicalHeight = 0;
     std::uint32_t m_uintCompletedFrames = 0;
     std::uint32_t m_uintScanlineStep = 1;
-    std::uint32_t m_uintScanlinesDone = 0;
-    std::uint32_t m_uintScanlinesReported = 0;
+    std::uint64_t m_uintScanlinesDone = 0;
+    std::uint64_t m_uintScanlinesReported = 0;
 };
 
 } // namespace ImagingFramework

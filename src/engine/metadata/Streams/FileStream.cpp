@@ -17,6 +17,10 @@ namespace ImagingFramework {
 namespace {
 
 constexpr std::uint64_t GatherSize = std::uint64_t{1} << 18;
+/// Blocks from this size on are not worth the copy.
+constexpr std::uint64_t DirectSize = std::uint64_t{1} << 16;
+/// This system has one number for a missing file and a missing folder; the list of codes has two.
+constexpr std::int32_t PathNotFoundCode = 3;
 
 } // namespace
 
@@ -44,7 +48,12 @@ FileStream::~FileStream() {
 }
 
 void FileStream::FailToOpen(int error) const {
-    ThrowSystemError(error, fmt::format("Unable to open file '{}'.", m_strFileName.string()));
+    const std::string text = fmt::format("Unable to open file '{}'.", m_strFileName.string());
+    const std::filesystem::path folder = m_strTarget.parent_path();
+    if (error == ENOENT && !folder.empty() && ::access(folder.c_str(), F_OK) != 0) {
+        ThrowWin32Exception(PathNotFoundCode, text);
+    }
+    ThrowSystemError(error, text);
     throw FileOpenException(m_strFileName.string());
 }
 
@@ -116,7 +125,7 @@ bool FileStream::Read(void* pBuffer, std::uint64_t size, std::uint64_t* pRead) {
 bool FileStream::Write(const void* pBuffer, std::uint64_t size, std::uint64_t* pWritten) {
     std::uint64_t written = 0;
     bool good = m_hFile.IsOpen() && pBuffer != nullptr;
-    if (good && CanGather() && size < GatherSize) {
+    if (good && CanGather() && size < DirectSize) {
         good = m_uintGathered + size <= GatherSize || WriteGathered();
         if (good) {
             m_gathered.AllocateSize(m_gathered ? 0 : GatherSize);

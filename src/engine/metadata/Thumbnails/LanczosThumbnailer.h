@@ -30,21 +30,27 @@ private:
     void ProduceRows();
     SincStretch& ColumnsFrom(std::uint32_t first, std::uint32_t count);
     SincStretch& RowsOfNextThumbRow();
-    std::uint8_t* RingRow(std::uint64_t row) const { return m_ring.Get() + row % m_ringRows * m_reducedBytes; }
+    /// The columns from `column` on, which a chunk of weights begins with, of a block in the ring.
+    std::uint8_t* ChunkOf(std::uint32_t block, std::uint32_t column) const {
+        return ITwoPassKernel::Align(m_ring.Get()) + block % m_ringBlocks * m_blockBytes + column / m_uintColumnsAtOnce * m_chunkBytes;
+    }
+    std::uint8_t* SpareChunk() const { return ITwoPassKernel::Align(m_ring.Get()) + m_ringBlocks * m_blockBytes; }
 
     bool m_bConvertFirst;
     RowToArgb m_inputConverter;
     RowToArgb m_outputConverter;
     std::uint32_t m_uintSamples; ///< of a pixel as it is filtered
     std::size_t m_sourceBytes = 0; ///< of a row of the image as it is filtered
-    std::size_t m_reducedBytes = 0;
     /// Rows that wait to be filtered together.
     MemPtr<std::uint8_t> m_block;
     std::uint32_t m_uintBlockRows = 1;
+    std::uint32_t m_uintKernelRows = 1; ///< of a block of the kernel
     std::uint32_t m_uintPending = 0;
     std::uint32_t m_uintFiltered = 0; ///< all rows below this one went into the ring
     MemPtr<std::uint8_t> m_ring;
-    std::uint64_t m_ringRows = 1;
+    std::uint64_t m_ringBlocks = 1;
+    std::uint64_t m_blockBytes = 0; ///< of a filtered block of all columns
+    std::uint64_t m_chunkBytes = 0; ///< of the columns of it that are filtered at once
     std::unique_ptr<SincStretch> m_pColumns;
     std::uint32_t m_uintColumnsFirst = 0; ///< where `m_pColumns` begins
     std::uint32_t m_uintColumnsAtOnce = 0;

@@ -1,5 +1,6 @@
 #include "transforms/geometry/PixelReversal.h"
 
+#include "Common/VectorTarget.h"
 #include "transforms/BitRun.h"
 
 #include <cstring>
@@ -14,7 +15,7 @@ namespace ImagingFramework::HWY_NAMESPACE {
 
 namespace hn = hwy::HWY_NAMESPACE;
 
-#if HWY_TARGET == HWY_SCALAR
+#if RASTERLOOM_PLAIN_TARGET
 
 std::size_t ReverseVectors(const std::uint8_t*, std::uint8_t*, std::size_t, std::size_t) { return 0; }
 

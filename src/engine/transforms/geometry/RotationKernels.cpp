@@ -70,9 +70,9 @@ void BlendNeighbours(const Neighbours<Layout>& pixels, std::uint32_t weightX, st
     } else {
         std::array<Sample, Layout::Samples> top;
         std::array<Sample, Layout::Samples> bottom;
-        BlendNeighboursWithAlpha<Layout>(pixels[0], pixels[1], weightX, top.data());
-        BlendNeighboursWithAlpha<Layout>(pixels[2], pixels[3], weightX, bottom.data());
-        BlendRowsOfPixelWithAlpha<Layout>(top.data(), bottom.data(), weightY, result);
+        BlendPixelWithAlpha<Layout>(pixels[0], pixels[1], weightX, top.data());
+        BlendPixelWithAlpha<Layout>(pixels[2], pixels[3], weightX, bottom.data());
+        BlendPixelWithAlpha<Layout>(top.data(), bottom.data(), weightY, result);
     }
 }
 

@@ -13,7 +13,7 @@ namespace ImagingFramework::HWY_NAMESPACE {
 
 namespace hn = hwy::HWY_NAMESPACE;
 
-#if HWY_TARGET == HWY_SCALAR
+#if RASTERLOOM_PLAIN_TARGET
 
 std::uint32_t BlendRotated(const RotationSource&, const RotationRun&, int, bool) { return 0; }
 

@@ -1,4 +1,5 @@
 #include "transforms/resize/AxisMap.h"
+#include "transforms/resize/BilinearRows.h"
 #include "transforms/resize/PixelLayout.h"
 #include "transforms/resize/Resamplers.h"
 
@@ -49,8 +50,9 @@ void AnisotropicPixel(const std::array<const typename Layout::Sample*, Count>& r
     }
     if constexpr (Layout::Alpha) {
         const Sum total = sums[Layout::Samples - 1];
+        const SharedDivisor<Sum> divisor(total != 0 ? total : 1); // all sums are 0 then
         for (int c = 0; c < Layout::Colors; ++c) {
-            pixel[c] = static_cast<Sample>(total != 0 ? sums[static_cast<std::size_t>(c)] / total : 0);
+            pixel[c] = static_cast<Sample>(divisor.Divide(sums[static_cast<std::size_t>(c)]));
         }
         pixel[Layout::Samples - 1] = static_cast<Sample>(total / (Count * Count));
     } else {

@@ -10,11 +10,24 @@
 
 namespace ImagingFramework {
 
+/// Eight neighbouring columns of a row of bytes, read by a few loads of 16 bytes and put in their places by shuffles. Empty
+/// where the columns of a group lie too far apart for that.
+struct ByteGroups {
+    static constexpr std::size_t Columns = 8;
+    static constexpr std::size_t MaximumLoads = 8;
+
+    std::size_t Loads = 0;            ///< of each group
+    std::vector<std::uint32_t> First; ///< where the first load of each group begins
+    /// For each load of each group: which of its bytes become the first and the second neighbour of each column; 0x80 for none.
+    std::vector<std::uint8_t> Shuffles;
+};
+
 /// Where the columns of a bilinear loop read: sample offsets of both neighbours and the 16.16 weight of the second.
 struct BilinearColumns {
     std::vector<std::uint32_t> First;
     std::vector<std::uint32_t> Second;
     std::vector<std::uint16_t> Weight;
+    ByteGroups Groups; ///< made for rows of single bytes alone
 };
 
 inline BilinearColumns BilinearInitialize(const FixedAxis& axis, std::uint64_t cropStart, std::size_t width,
@@ -77,50 +90,31 @@ private:
     double m_inverse;
 };
 
+/// One pixel between two, colours weighted by alpha. Where the alpha of the result is 0 its colours are 0: they would have no
+/// weight in what follows either.
 template <class Layout>
-using AlphaSum = std::conditional_t<sizeof(typename Layout::Sample) == 1, std::uint32_t, std::uint64_t>;
-
-/// Two neighbours of a row with alpha: the reduced alpha, and colours weighted by alpha. Where the unreduced alpha is 0 the
-/// colours are 0 and will have no weight.
-template <class Layout>
-void BlendNeighboursWithAlpha(const typename Layout::Sample* first, const typename Layout::Sample* second,
-                              std::uint32_t weight, typename Layout::Sample* pixel) {
+void BlendPixelWithAlpha(const typename Layout::Sample* first, const typename Layout::Sample* second, std::uint32_t weight,
+                         typename Layout::Sample* result) {
     using Sample = typename Layout::Sample;
-    using Wide = AlphaSum<Layout>;
+    using Wide = std::conditional_t<sizeof(Sample) == 1, std::uint32_t, std::uint64_t>;
     const Wide firstWeight = Wide{first[Layout::Colors]} * (65536U - weight);
     const Wide secondWeight = Wide{second[Layout::Colors]} * weight;
     const Wide alpha = firstWeight + secondWeight;
-    const SharedDivisor<Wide> divisor(alpha != 0 ? alpha : 1); // both weights are 0 then, and so are the sums
-    for (int c = 0; c < Layout::Colors; ++c) {
-        pixel[c] = static_cast<Sample>(divisor.Divide(first[c] * firstWeight + second[c] * secondWeight));
-    }
-    pixel[Layout::Colors] = static_cast<Sample>(alpha >> 16);
-}
-
-/// Two blended pixels of neighbouring rows with alpha. Where the alpha of the result is 0 its colours are 0.
-template <class Layout>
-void BlendRowsOfPixelWithAlpha(const typename Layout::Sample* top, const typename Layout::Sample* bottom,
-                               std::uint32_t weight, typename Layout::Sample* pixel) {
-    using Sample = typename Layout::Sample;
-    using Wide = AlphaSum<Layout>;
-    const Wide topWeight = Wide{top[Layout::Colors]} * (65536U - weight);
-    const Wide bottomWeight = Wide{bottom[Layout::Colors]} * weight;
-    const Wide alpha = topWeight + bottomWeight;
-    pixel[Layout::Colors] = static_cast<Sample>(alpha >> 16);
+    result[Layout::Colors] = static_cast<Sample>(alpha >> 16);
     const bool visible = (alpha >> 16) != 0;
     const SharedDivisor<Wide> divisor(visible ? alpha : 1);
     for (int c = 0; c < Layout::Colors; ++c) {
-        const Wide sum = top[c] * topWeight + bottom[c] * bottomWeight;
-        pixel[c] = static_cast<Sample>(divisor.Divide(visible ? sum : 0));
+        const Wide sum = first[c] * firstWeight + second[c] * secondWeight;
+        result[c] = static_cast<Sample>(divisor.Divide(visible ? sum : 0));
     }
 }
 
-/// The horizontal half with alpha.
+/// The horizontal half with alpha, from pixel `begin` on, which goes to the start of `row`.
 template <class Layout>
 void BlendColumnsWithAlpha(const typename Layout::Sample* source, typename Layout::Sample* row,
-                           const BilinearColumns& columns) {
-    for (std::size_t x = 0; x < columns.First.size(); ++x) {
-        BlendNeighboursWithAlpha<Layout>(source + columns.First[x], source + columns.Second[x], columns.Weight[x], row);
+                           const BilinearColumns& columns, std::size_t begin = 0) {
+    for (std::size_t x = begin; x < columns.First.size(); ++x) {
+        BlendPixelWithAlpha<Layout>(source + columns.First[x], source + columns.Second[x], columns.Weight[x], row);
         row += Layout::Samples;
     }
 }
@@ -129,11 +123,8 @@ void BlendColumnsWithAlpha(const typename Layout::Sample* source, typename Layou
 template <class Layout>
 void BlendRowsWithAlpha(const typename Layout::Sample* top, const typename Layout::Sample* bottom,
                         typename Layout::Sample* row, std::size_t pixels, std::uint32_t weight) {
-    for (std::size_t x = 0; x < pixels; ++x) {
-        BlendRowsOfPixelWithAlpha<Layout>(top, bottom, weight, row);
-        top += Layout::Samples;
-        bottom += Layout::Samples;
-        row += Layout::Samples;
+    for (std::size_t i = 0; i < pixels * Layout::Samples; i += Layout::Samples) {
+        BlendPixelWithAlpha<Layout>(top + i, bottom + i, weight, row + i);
     }
 }
 

@@ -12,7 +12,11 @@ namespace ImagingFramework {
 struct BilinearTables {
     BilinearTables(std::uint32_t sourceWidth, std::uint32_t sourceHeight, const ResizeJob& job, std::uint32_t samples)
         : RowSamples(std::size_t{sourceWidth} * samples), AxisY(sourceHeight, job.NewHeight), CropTop(job.CropTop), Width(job.Destination.GetWidth()),
-          Columns(BilinearInitialize(FixedAxis(sourceWidth, job.NewWidth), job.CropLeft, Width, samples)) {}
+          Columns(BilinearInitialize(FixedAxis(sourceWidth, job.NewWidth), job.CropLeft, Width, samples)) {
+        if (PixelFormatSize(job.Source.GetPixelFormat()) == 8) {
+            Columns.Groups = CreateByteGroups(Columns, RowSamples);
+        }
+    }
 
     std::size_t RowSamples; ///< of a source row
     FixedAxis AxisY;
@@ -20,6 +24,10 @@ struct BilinearTables {
     std::size_t Width;
     BilinearColumns Columns;
 };
+
+/// Three 8-bit colours with alpha.
+template <class Layout>
+constexpr bool IsAlphaBytes = Layout::Alpha && Layout::Samples == 4 && sizeof(typename Layout::Sample) == 1;
 
 /// Makes bilinear rows, from the top or in any order. Every sample is blended along its row first, so the blended source
 /// rows are kept until both of their neighbours are done with them.
@@ -42,12 +50,14 @@ public:
         const Sample* const top = BlendedRow(first, second, sourceRow);
         // A row without weight need not be there at all.
         const Sample* const bottom = weight == 0 ? top : BlendedRow(second, first, sourceRow);
-        if constexpr (Layout::Alpha) {
+        if constexpr (IsAlphaBytes<Layout>) {
+            BlendAlphaByteRows(top, bottom, row, m_tables.Width, weight);
+        } else if constexpr (Layout::Alpha) {
             BlendRowsWithAlpha<Layout>(top, bottom, row, m_tables.Width, weight);
         } else if constexpr (sizeof(Sample) == 1) {
             BlendByteRows(top, bottom, row, m_tables.Width * Layout::Samples, weight);
         } else {
-            BlendRows<Sample>(top, bottom, row, m_tables.Width * Layout::Samples, weight);
+            BlendWordRows(top, bottom, row, m_tables.Width * Layout::Samples, weight);
         }
     }
 
@@ -66,12 +76,14 @@ private:
         }
         CachedRow& row = m_rows[0].Index == other ? m_rows[1] : m_rows[0];
         row.Index = index;
-        if constexpr (Layout::Alpha) {
+        if constexpr (IsAlphaBytes<Layout>) {
+            BlendAlphaByteColumns(sourceRow(index), m_tables.RowSamples, row.Samples.Get(), m_tables.Columns);
+        } else if constexpr (Layout::Alpha) {
             BlendColumnsWithAlpha<Layout>(sourceRow(index), row.Samples.Get(), m_tables.Columns);
         } else if constexpr (sizeof(Sample) == 1) {
             BlendByteColumns(sourceRow(index), m_tables.RowSamples, row.Samples.Get(), m_tables.Columns, Layout::Samples);
         } else {
-            BlendColumns<Sample, Layout::Samples>(sourceRow(index), row.Samples.Get(), m_tables.Columns);
+            BlendWordColumns(sourceRow(index), m_tables.RowSamples, row.Samples.Get(), m_tables.Columns, Layout::Samples);
         }
         return row.Samples.Get();
     }

@@ -1,5 +1,8 @@
 #include "transforms/resize/BilinearVector.h"
 
+#include "Common/VectorTarget.h"
+
+#include <algorithm>
 #include <cstring>
 
 #undef HWY_TARGET_INCLUDE
@@ -13,7 +16,7 @@ namespace ImagingFramework::HWY_NAMESPACE {
 
 namespace hn = hwy::HWY_NAMESPACE;
 
-#if HWY_TARGET == HWY_SCALAR
+#if RASTERLOOM_PLAIN_TARGET
 
 std::size_t BlendRowVectors(const std::uint8_t*, const std::uint8_t*, std::uint8_t*, std::size_t, std::uint32_t) { return 0; }
 std::size_t BlendColumnVectors(const std::uint8_t*, std::size_t, std::uint8_t*, const BilinearColumns&, int) { return 0; }
@@ -47,23 +50,29 @@ std::size_t InnerPixels(const BilinearColumns& columns, std::size_t rowBytes) {
     return pixels;
 }
 
-/// One gray pixel to a 32-bit lane.
-std::size_t BlendGrayColumns(const std::uint8_t* HWY_RESTRICT source, std::size_t rowBytes, std::uint8_t* HWY_RESTRICT row,
+/// Gray pixels by groups.
+std::size_t BlendGrayColumns(const std::uint8_t* HWY_RESTRICT source, std::uint8_t* HWY_RESTRICT row,
                              const BilinearColumns& columns) {
-    const hn::ScalableTag<std::int32_t> di;
-    const hn::Rebind<std::uint16_t, decltype(di)> du16;
-    const hn::Rebind<std::uint8_t, decltype(di)> db;
-    const std::size_t pixels = InnerPixels<1, 4>(columns, rowBytes);
-    const auto low = hn::Set(di, 0xFF);
+    const hn::FixedTag<std::uint8_t, 16> d;
+    const hn::FixedTag<std::int16_t, 8> dw;
+    const hn::FixedTag<std::uint16_t, 8> du;
+    const ByteGroups& groups = columns.Groups;
+    const std::uint8_t* shuffles = groups.Shuffles.data();
     std::size_t x = 0;
-    for (; x + hn::Lanes(di) <= pixels; x += hn::Lanes(di)) {
-        const auto offsets = hn::LoadU(di, reinterpret_cast<const std::int32_t*>(columns.First.data() + x));
-        const auto both = hn::GatherOffset(di, reinterpret_cast<const std::int32_t*>(source), offsets);
-        const auto a = hn::And(both, low);
-        const auto b = hn::And(hn::ShiftRight<8>(both), low);
-        const auto weight = hn::PromoteTo(di, hn::LoadU(du16, columns.Weight.data() + x));
-        const auto blended = hn::Add(a, hn::ShiftRight<16>(hn::Mul(hn::Sub(b, a), weight)));
-        hn::StoreU(hn::DemoteTo(db, blended), db, row + x);
+    for (const std::uint32_t first : groups.First) {
+        auto bytes = hn::TableLookupBytesOr0(hn::LoadU(d, source + first), hn::LoadU(d, shuffles));
+        for (std::size_t load = 1; load < groups.Loads; ++load) {
+            const auto more = hn::LoadU(d, source + first + 16 * load);
+            bytes = hn::Or(bytes, hn::TableLookupBytesOr0(more, hn::LoadU(d, shuffles + 16 * load)));
+        }
+        const auto both = hn::BitCast(du, bytes);
+        const auto a = hn::BitCast(dw, hn::And(both, hn::Set(du, 0xFF)));
+        const auto b = hn::BitCast(dw, hn::ShiftRight<8>(both));
+        const auto weights = hn::BitCast(dw, hn::LoadU(du, columns.Weight.data() + x));
+        const hn::FixedTag<std::uint8_t, 8> half;
+        hn::StoreU(hn::DemoteTo(half, BlendWords(a, b, weights)), half, row + x);
+        shuffles += 16 * groups.Loads;
+        x += ByteGroups::Columns;
     }
     return x;
 }
@@ -106,7 +115,7 @@ std::size_t BlendColumnVectors(const std::uint8_t* source, std::size_t rowBytes,
                                const BilinearColumns& columns, int samples) {
     switch (samples) {
     case 1:
-        return BlendGrayColumns(source, rowBytes, row, columns);
+        return BlendGrayColumns(source, row, columns);
     case 3:
         return BlendColourColumns<3>(source, rowBytes, row, columns);
     default:
@@ -127,8 +136,37 @@ HWY_EXPORT(BlendColumnVectors);
 
 void BlendByteRows(const std::uint8_t* top, const std::uint8_t* bottom, std::uint8_t* row, std::size_t samples,
                    std::uint32_t weight) {
-    const std::size_t done = HWY_DYNAMIC_DISPATCH(BlendRowVectors)(top, bottom, row, samples, weight);
+    // A whole unit does not fit 16 bits; it occurs between the levels of a pyramid.
+    const std::size_t done =
+        weight <= 0xFFFFU ? HWY_DYNAMIC_DISPATCH(BlendRowVectors)(top, bottom, row, samples, weight) : 0;
     BlendRows<std::uint8_t>(top + done, bottom + done, row + done, samples - done, weight);
+}
+
+ByteGroups CreateByteGroups(const BilinearColumns& columns, std::size_t rowBytes) {
+    ByteGroups groups;
+    const std::size_t count = columns.First.size() / ByteGroups::Columns;
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::size_t first = i * ByteGroups::Columns;
+        const std::size_t reach = columns.Second[first + ByteGroups::Columns - 1] - columns.First[first] + std::size_t{1};
+        groups.Loads = std::max(groups.Loads, (reach + 15) / 16);
+    }
+    if (groups.Loads > ByteGroups::MaximumLoads || groups.Loads * 16 > rowBytes) {
+        return {};
+    }
+    groups.First.resize(count);
+    groups.Shuffles.assign(count * groups.Loads * 16, 0x80);
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::size_t first = i * ByteGroups::Columns;
+        // The last groups begin earlier than they need to, so that their loads end with the row.
+        groups.First[i] = std::min(columns.First[first], static_cast<std::uint32_t>(rowBytes - groups.Loads * 16));
+        std::uint8_t* const shuffles = groups.Shuffles.data() + i * groups.Loads * 16;
+        for (std::size_t k = 0; k < 2 * ByteGroups::Columns; ++k) {
+            const std::size_t column = first + k / 2;
+            const std::size_t byte = (k % 2 == 0 ? columns.First[column] : columns.Second[column]) - groups.First[i];
+            shuffles[byte / 16 * 16 + k] = static_cast<std::uint8_t>(byte % 16);
+        }
+    }
+    return groups;
 }
 
 void BlendByteColumns(const std::uint8_t* source, std::size_t rowBytes, std::uint8_t* row, const BilinearColumns& columns,

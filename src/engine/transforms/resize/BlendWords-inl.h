@@ -6,12 +6,13 @@
 #define RASTERLOOM_BLEND_WORDS_INL_H_
 #endif
 
+#include "Common/VectorTarget.h"
 #include "hwy/highway.h"
 
 #include <cstddef>
 #include <cstdint>
 
-#if HWY_TARGET != HWY_SCALAR
+#if !RASTERLOOM_PLAIN_TARGET
 
 HWY_BEFORE_NAMESPACE();
 namespace ImagingFramework::HWY_NAMESPACE {
@@ -23,9 +24,9 @@ using Word = hn::VFromD<Words>;
 
 /// (a * (65536 - w) + b * w) >> 16 is a + floor((b - a) * w / 65536). The signed high product takes a weight with its top
 /// bit set as w - 65536, which leaves b - a to be added.
-HWY_INLINE Word BlendWords(Word a, Word b, Word weight) {
-    const Word difference = hn::Sub(b, a);
-    const Word borrowed = hn::And(difference, hn::BroadcastSignBit(weight));
+template <class V> HWY_INLINE V BlendWords(V a, V b, V weight) {
+    const V difference = hn::Sub(b, a);
+    const V borrowed = hn::And(difference, hn::BroadcastSignBit(weight));
     return hn::Add(hn::Add(a, hn::MulHigh(difference, weight)), borrowed);
 }
 

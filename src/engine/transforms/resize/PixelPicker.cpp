@@ -9,12 +9,29 @@ namespace ImagingFramework {
 
 namespace {
 
-/// Copies pixels of `Size` bytes as units.
-template <std::uint32_t Size>
+/// The size of one load that holds a pixel of `size` bytes.
+constexpr std::size_t LoadSize(std::size_t size) { return size <= 2 ? size : (size <= 4 ? 4 : (size <= 8 ? 8 : 16)); }
+
+/// Copies pixels of `Size` bytes as units. Odd sizes are copied by one load and one store that reach into the next pixel,
+/// which is then written over, as long as neither goes beyond the last pixels of all.
+template <std::size_t Size>
 void PickPixels(const std::uint8_t* source, std::uint8_t* destination, const std::vector<std::uint32_t>& columns) {
-    for (const std::uint32_t column : columns) {
-        std::memcpy(destination, source + std::size_t{column} * Size, Size);
-        destination += Size;
+    constexpr std::size_t whole = LoadSize(Size);
+    // Bytes may alias anything, so what the loops keep is local.
+    const std::uint32_t* const from = columns.data();
+    const std::size_t count = columns.size();
+    std::size_t x = 0;
+    if constexpr (whole != Size) {
+        std::size_t end = count * Size < whole ? 0 : (count * Size - whole) / Size + 1;
+        while (end > 0 && from[end - 1] * Size + whole > (from[count - 1] + std::size_t{1}) * Size) {
+            --end;
+        }
+        for (; x < end; ++x) {
+            std::memcpy(destination + x * Size, source + from[x] * Size, whole);
+        }
+    }
+    for (; x < count; ++x) {
+        std::memcpy(destination + x * Size, source + from[x] * Size, Size);
     }
 }
 

@@ -39,12 +39,17 @@ void HalveRow(const typename Layout::Sample* top, const typename Layout::Sample*
                 sums[Layout::Samples - 1] += weight;
             }
         }
-        const Sum total = Layout::Alpha ? sums[Layout::Samples - 1] : Sum{4};
-        for (int c = 0; c < Layout::Colors; ++c) {
-            row[c] = static_cast<Sample>(total != 0 ? sums[static_cast<std::size_t>(c)] / total : 0);
-        }
         if constexpr (Layout::Alpha) {
+            const Sum total = sums[Layout::Samples - 1];
+            const SharedDivisor<Sum> divisor(total != 0 ? total : 1); // all sums are 0 then
+            for (int c = 0; c < Layout::Colors; ++c) {
+                row[c] = static_cast<Sample>(divisor.Divide(sums[static_cast<std::size_t>(c)]));
+            }
             row[Layout::Samples - 1] = static_cast<Sample>(total >> 2);
+        } else {
+            for (int c = 0; c < Layout::Samples; ++c) {
+                row[c] = static_cast<Sample>(sums[static_cast<std::size_t>(c)] >> 2);
+            }
         }
         row += Layout::Samples;
     }
@@ -154,10 +159,14 @@ template <class Layout> void Resample(const ResizeJob& job) {
             largeSampler.SampleRow(y, [&](std::uint32_t index) { return large.Row(index); }, largeRow.data());
             smallSampler.SampleRow(y, [&](std::uint32_t index) { return small.Row(index); }, smallRow.data());
             auto* const row = reinterpret_cast<Sample*>(job.Destination.GetScanlineRef(y));
-            if constexpr (Layout::Alpha) {
+            if constexpr (IsAlphaBytes<Layout>) {
+                BlendAlphaByteRows(largeRow.data(), smallRow.data(), row, width, weight);
+            } else if constexpr (Layout::Alpha) {
                 BlendRowsWithAlpha<Layout>(largeRow.data(), smallRow.data(), row, width, weight);
+            } else if constexpr (sizeof(Sample) == 1) {
+                BlendByteRows(largeRow.data(), smallRow.data(), row, width * Layout::Samples, weight);
             } else {
-                BlendRows<Sample>(largeRow.data(), smallRow.data(), row, width * Layout::Samples, weight);
+                BlendWordRows(largeRow.data(), smallRow.data(), row, width * Layout::Samples, weight);
             }
             member.EndRow();
         }

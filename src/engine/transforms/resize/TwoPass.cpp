@@ -1,6 +1,5 @@
 #include "transforms/resize/TwoPass.h"
 
-#include "Common/Numeric.h"
 #include "MemoryManagement/MemPtr.h"
 
 #include <algorithm>
@@ -9,9 +8,10 @@ namespace ImagingFramework {
 
 namespace {
 
-/// Bytes that a ring may take before the columns are cut into strips.
-constexpr std::uint64_t RingLimit = std::uint64_t{8} << 20;
+/// Bytes that a ring may take before the columns are cut into strips, and the columns that a strip has at least.
+constexpr std::uint64_t RingLimit = std::uint64_t{1} << 20;
 constexpr std::uint64_t MinimumStrip = 64;
+static_assert(MinimumStrip % ITwoPassKernel::BlockColumns == 0);
 
 /// One thread's share: some rows of the output, strip by strip.
 class TwoPassRun {
@@ -22,17 +22,17 @@ public:
 
     bool Run(std::uint32_t firstRow, std::uint32_t endRow) {
         const std::uint32_t width = m_job.Destination.GetWidth();
-        std::uint32_t tallest = 1;
+        std::uint32_t most = 1;
         for (std::uint32_t y = firstRow; y < endRow; ++y) {
-            tallest = std::max(tallest, m_windows.Count[y]);
+            most = std::max(most, BlockEnd(y) - FirstBlock(y));
         }
-        m_slots = tallest + m_blockRows - 1;
-        const std::uint64_t fitting = RingLimit / (std::uint64_t{m_slots} * m_pixelSize);
+        m_slots = most;
+        const std::uint64_t fitting = RingLimit / (m_slots * m_kernel.ColumnBytes()) & ~(MinimumStrip - 1);
         const auto strip = static_cast<std::uint32_t>(std::min<std::uint64_t>(std::max(fitting, MinimumStrip), width));
-        m_ring.AllocateSize(CheckedProduct(m_slots, std::uint64_t{strip} * m_pixelSize));
-        m_rows.resize(tallest);
+        m_blockBytes = m_kernel.BlockBytes(strip);
+        m_ring.AllocateSize(CheckedProduct(m_slots, m_blockBytes) + ITwoPassKernel::BlockAlignment);
+        m_blocks.resize(most);
         m_sources.resize(m_blockRows);
-        m_destinations.resize(m_blockRows);
         for (std::uint32_t first = 0; first < width;) {
             const std::uint32_t end = width - first > strip ? first + strip : width;
             if (!RunStrip(firstRow, endRow, first, end)) {
@@ -44,32 +44,34 @@ public:
     }
 
 private:
-    std::uint8_t* Slot(std::uint64_t row) const { return m_ring.Get() + row % m_slots * m_stripBytes; }
+    std::uint32_t FirstBlock(std::uint32_t y) const { return m_windows.First[y] / m_blockRows; }
+    std::uint32_t BlockEnd(std::uint32_t y) const {
+        return (m_windows.First[y] + m_windows.Count[y] - 1) / m_blockRows + 1;
+    }
+
+    std::uint8_t* Slot(std::uint32_t block) const {
+        return ITwoPassKernel::Align(m_ring.Get()) + std::size_t{block % m_slots} * m_blockBytes;
+    }
 
     bool RunStrip(std::uint32_t firstRow, std::uint32_t endRow, std::uint32_t firstColumn, std::uint32_t endColumn) {
-        m_stripBytes = std::size_t{endColumn - firstColumn} * m_pixelSize;
         // Only the last strip counts its rows; the others look for a stop alone.
         m_counted = endColumn == m_job.Destination.GetWidth() ? 1 : 0;
-        std::uint64_t ready = m_windows.First[firstRow];
+        std::uint32_t ready = 0;
         for (std::uint32_t y = firstRow; y < endRow; ++y) {
-            const std::uint64_t end = std::uint64_t{m_windows.First[y]} + m_windows.Count[y];
-            // Rows that no window reads are passed over.
-            ready = std::max<std::uint64_t>(ready, m_windows.First[y]);
-            const std::uint64_t lastNeeded = std::uint64_t{m_windows.First[endRow - 1]} + m_windows.Count[endRow - 1];
-            while (ready < end) {
-                const auto count = static_cast<std::uint32_t>(std::min<std::uint64_t>(m_blockRows, std::max(lastNeeded, end) - ready));
-                if (!FilterBlock(ready, count, firstColumn, endColumn)) {
+            // Blocks that no window reads are passed over.
+            ready = std::max(ready, FirstBlock(y));
+            for (; ready < BlockEnd(y); ++ready) {
+                if (!FilterBlock(ready, firstColumn, endColumn)) {
                     return false;
                 }
-                ready += count;
             }
             if (!m_member.BeginRow()) {
                 return false;
             }
-            for (std::uint32_t k = 0; k < m_windows.Count[y]; ++k) {
-                m_rows[k] = Slot(std::uint64_t{m_windows.First[y]} + k);
+            for (std::uint32_t block = FirstBlock(y); block < BlockEnd(y); ++block) {
+                m_blocks[block - FirstBlock(y)] = Slot(block);
             }
-            m_kernel.FilterColumns(m_rows.data(), y,
+            m_kernel.FilterColumns(m_blocks.data(), y,
                                    m_job.Destination.GetScanlineRef(y) + std::size_t{firstColumn} * m_pixelSize,
                                    endColumn - firstColumn);
             m_member.EndRows(m_counted);
@@ -77,15 +79,16 @@ private:
         return true;
     }
 
-    bool FilterBlock(std::uint64_t first, std::uint32_t count, std::uint32_t firstColumn, std::uint32_t endColumn) {
+    bool FilterBlock(std::uint32_t block, std::uint32_t firstColumn, std::uint32_t endColumn) {
         if (!m_member.BeginRow()) {
             return false;
         }
+        const std::uint32_t first = block * m_blockRows;
+        const std::uint32_t count = std::min(m_blockRows, m_job.Source.GetHeight() - first);
         for (std::uint32_t k = 0; k < count; ++k) {
-            m_sources[k] = m_job.Source.GetScanlineRef(static_cast<std::uint32_t>(first + k));
-            m_destinations[k] = Slot(first + k);
+            m_sources[k] = m_job.Source.GetScanlineRef(first + k);
         }
-        m_kernel.FilterRows(m_sources.data(), m_destinations.data(), count, firstColumn, endColumn);
+        m_kernel.FilterRows(m_sources.data(), count, firstColumn, endColumn, Slot(block));
         m_member.EndRows(count * m_counted);
         return true;
     }
@@ -96,13 +99,12 @@ private:
     RowTeam::Member& m_member;
     std::size_t m_pixelSize;
     std::uint32_t m_blockRows;
-    std::uint64_t m_slots = 1;
-    std::size_t m_stripBytes = 0;
+    std::uint32_t m_slots = 1;
+    std::uint64_t m_blockBytes = 0;
     std::uint32_t m_counted = 1;
     MemPtr<std::uint8_t> m_ring;
-    std::vector<const std::uint8_t*> m_rows;
+    std::vector<const std::uint8_t*> m_blocks;
     std::vector<const std::uint8_t*> m_sources;
-    std::vector<std::uint8_t*> m_destinations;
 };
 
 } // namespace

@@ -2,12 +2,9 @@
 
 #include "BmpBuilder.h"
 #include "FaultyStream.h"
+#include "TempFolder.h"
 
-#include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
-#include <unistd.h>
 
 namespace ImagingFramework {
 namespace {
@@ -183,49 +180,35 @@ TEST(BitmapFrameEncoder, PixelFormatChoice) {
     EXPECT_EQ(metaData.GetClosestPixelFormat(PixelFormat::FormatUnknown), PixelFormat::Format32bppArgb);
 }
 
-/// A folder of its own for files, gone afterwards.
-class BitmapFrameEncoderFiles : public testing::Test {
+class BitmapFrameEncoderFiles : public testing::Test, protected TempFolder {
 protected:
-    void SetUp() override { std::filesystem::create_directory(m_folder); }
-    void TearDown() override { std::filesystem::remove_all(m_folder); }
-    void Write(const std::string& text) const { std::ofstream(m_target) << text; }
-    std::string Read() const {
-        std::ifstream file(m_target, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-    std::ptrdiff_t FileCount() const {
-        return std::distance(std::filesystem::directory_iterator(m_folder), std::filesystem::directory_iterator());
-    }
-
-    std::filesystem::path m_folder =
-        std::filesystem::temp_directory_path() / ("bmp-encoder-" + std::to_string(getpid()));
-    std::filesystem::path m_target = m_folder / "target.bmp";
+    const std::filesystem::path m_target = File("target.bmp");
     BitmapData m_raster = MakeRaster(3, 6, PixelFormat::Format24bppRgb, NoiseBytes(54));
 };
 
 TEST_F(BitmapFrameEncoderFiles, ASaveThatFailsLeavesTheOldFile) {
-    Write("old");
+    Write(m_target, "old");
     BitmapMetaData metaData;
     metaData.AttachToWrite(m_target);
     EXPECT_THROW(SaveFrame(metaData, m_raster, FrameCompressionType::Rle), CompressionTypeException);
     metaData.Close();
-    EXPECT_EQ(Read(), "old");
-    EXPECT_EQ(FileCount(), 1);
+    EXPECT_EQ(Read(m_target), "old");
+    EXPECT_EQ(Names().size(), 1U);
     {
         BitmapMetaData unused;
         unused.AttachToWrite(m_target);
     }
-    EXPECT_EQ(Read(), "old");
+    EXPECT_EQ(Read(m_target), "old");
     // A failed frame may be followed by a good one.
     metaData.AttachToWrite(m_target);
     EXPECT_THROW(SaveFrame(metaData, m_raster, FrameCompressionType::Rle), CompressionTypeException);
     SaveFrame(metaData, m_raster);
-    EXPECT_EQ(Read(), "old");
+    EXPECT_EQ(Read(m_target), "old");
     EXPECT_THROW(SaveFrame(metaData, m_raster), MultiFrameException);
     metaData.Close();
     const Bytes expected = SaveBmp(m_raster);
-    EXPECT_EQ(Read(), std::string(expected.begin(), expected.end()));
-    EXPECT_EQ(FileCount(), 1);
+    EXPECT_EQ(Read(m_target), std::string(expected.begin(), expected.end()));
+    EXPECT_EQ(Names().size(), 1U);
     metaData.AttachToRead(m_target);
     EXPECT_TRUE(metaData.IsInReadState());
 }
@@ -247,7 +230,7 @@ TEST_F(BitmapFrameEncoderFiles, AbortAtEveryStepLeavesNothingBehind) {
         metaData.AttachToWrite(m_target);
         EXPECT_THROW(SaveFrame(metaData, raster), AbortedException);
         metaData.Close();
-        EXPECT_EQ(FileCount(), 0) << step;
+        EXPECT_TRUE(Names().empty()) << step;
     }
 }
 

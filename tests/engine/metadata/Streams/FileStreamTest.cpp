@@ -1,19 +1,20 @@
 #include "metadata/Streams/FileStream.h"
 #include "ErrorHandling/Exceptions.h"
+#include "TempFolder.h"
+#include "metadata/Streams/FileReplacement.h"
 #include "metadata/Streams/StreamReader.h"
 #include "metadata/Streams/StreamWriter.h"
 #include "metadata/Streams/TempFile.h"
 
 #include <algorithm>
 #include <csignal>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <set>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 namespace ImagingFramework {
@@ -21,29 +22,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class FileStreamFiles : public testing::Test {
+class FileStreamFiles : public testing::Test, protected TempFolder {
 protected:
-    FileStreamFiles() {
-        std::string name = (fs::temp_directory_path() / "streamsXXXXXX").string();
-        m_folder = ::mkdtemp(name.data());
-    }
-    ~FileStreamFiles() override { fs::remove_all(m_folder); }
-
-    fs::path Put(const char* name, const std::string& text) {
-        std::ofstream(m_folder / name) << text;
-        return m_folder / name;
-    }
-    static std::string Get(const fs::path& name) {
-        std::ifstream file(name);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-    std::set<std::string> Names() const {
-        std::set<std::string> names;
-        for (const auto& entry : fs::directory_iterator(m_folder)) {
-            names.insert(entry.path().filename().string());
-        }
-        return names;
-    }
     static unsigned Mode(const fs::path& name) {
         struct stat status {};
         return ::stat(name.c_str(), &status) == 0 ? static_cast<unsigned>(status.st_mode) & 07777U : 0;
@@ -56,32 +36,30 @@ protected:
         stream.Close();
         stream.Close();
     }
-
-    fs::path m_folder;
 };
 
 TEST_F(FileStreamFiles, ASaveReplacesTheTargetOnlyWhenItIsCompleted) {
-    const fs::path name = Put("picture", "old");
+    const fs::path name = Write("picture", "old");
     Save(name, "half", false);
-    EXPECT_EQ(Get(name), "old");
+    EXPECT_EQ(Read(name), "old");
     Save(name, "", true);
-    EXPECT_EQ(Get(name), "old");
+    EXPECT_EQ(Read(name), "old");
     {
         FileStream stream(name, FileStreamFlags::Encoder);
         EXPECT_TRUE(stream.Write("x", 1, nullptr)); // dropped without a word, as after a failure
         EXPECT_EQ(Names().size(), 2U);              // the temporary file stands beside the target
     }
-    EXPECT_EQ(Get(name), "old");
+    EXPECT_EQ(Read(name), "old");
     EXPECT_EQ(Names(), (std::set<std::string>{"picture"}));
     Save(name, "new", true);
-    EXPECT_EQ(Get(name), "new");
+    EXPECT_EQ(Read(name), "new");
     Save(m_folder / "another", "first", true);
-    EXPECT_EQ(Get(m_folder / "another"), "first");
+    EXPECT_EQ(Read(m_folder / "another"), "first");
     EXPECT_EQ(Names(), (std::set<std::string>{"another", "picture"}));
 }
 
 TEST_F(FileStreamFiles, PermissionBitsAreThoseOfTheOldFileOrTheDefault) {
-    const fs::path name = Put("picture", "old");
+    const fs::path name = Write("picture", "old");
     ::chmod(name.c_str(), 0640);
     Save(name, "new", true);
     EXPECT_EQ(Mode(name), 0640U);
@@ -99,18 +77,80 @@ TEST_F(FileStreamFiles, PermissionBitsAreThoseOfTheOldFileOrTheDefault) {
     EXPECT_EQ(Mode(m_folder / "fresh"), 0640U);
 }
 
+TEST_F(FileStreamFiles, OwnersAreKeptWhereThatIsAllowed) {
+    if (::geteuid() != 0) {
+        GTEST_SKIP() << "only a privileged process may give files away";
+    }
+    const auto ownerOf = [](const fs::path& name) {
+        struct stat status {};
+        EXPECT_EQ(::stat(name.c_str(), &status), 0);
+        return std::pair(status.st_uid, status.st_gid);
+    };
+    constexpr uid_t user = 4321;
+    constexpr gid_t group = 1234;
+    const fs::path name = Write("picture", "old");
+    ASSERT_EQ(::chown(name.c_str(), user, group), 0);
+    ::chmod(name.c_str(), 0646);
+    Save(name, "new", true);
+    EXPECT_EQ(ownerOf(name), std::pair(user, group));
+    EXPECT_EQ(Mode(name), 0646U);
+    // Another user may not: the save goes on, and the file is that user's.
+    ::chmod(m_folder.c_str(), 0777);
+    ASSERT_EQ(::seteuid(user + 1), 0);
+    Save(name, "newer", true);
+    ASSERT_EQ(::seteuid(0), 0);
+    EXPECT_EQ(Read(name), "newer");
+    EXPECT_EQ(ownerOf(name).first, user + 1);
+    EXPECT_EQ(Mode(name), 0646U);
+}
+
+/// A place on another file system than `folder`, which may be written to; empty where there is none.
+fs::path ForeignPlace(const fs::path& folder) {
+    struct stat here {};
+    EXPECT_EQ(::stat(folder.c_str(), &here), 0);
+    for (const char* const place : {"/dev/shm", "/tmp", "/var/tmp"}) {
+        struct stat there {};
+        if (::stat(place, &there) == 0 && here.st_dev != there.st_dev && ::access(place, W_OK) == 0) {
+            return place;
+        }
+    }
+    return {};
+}
+
+TEST_F(FileStreamFiles, AFileOfAnotherFileSystemIsCopiedBesideTheTarget) {
+    const fs::path place = ForeignPlace(m_folder);
+    if (place.empty()) {
+        GTEST_SKIP() << "there is no second file system to write to";
+    }
+    const TempFolder foreign(place);
+    const fs::path name = Write("picture", "old");
+    const fs::path file = foreign.Write("file", std::string(200000, 'n'));
+    ::chmod(file.c_str(), 0604);
+    EXPECT_EQ(ReplaceFile(file, name), 0);
+    EXPECT_EQ(Read(name), std::string(200000, 'n'));
+    EXPECT_EQ(Mode(name), 0604U);
+    EXPECT_FALSE(fs::exists(file));
+    EXPECT_EQ(Names(), (std::set<std::string>{"picture"}));
+    // A failure leaves both as they were, and nothing beside them.
+    foreign.Write("file", "again");
+    fs::create_directory(m_folder / "folder");
+    EXPECT_NE(ReplaceFile(file, m_folder / "folder"), 0);
+    EXPECT_EQ(Read(file), "again");
+    EXPECT_EQ(Names(), (std::set<std::string>{"folder", "picture"}));
+}
+
 TEST_F(FileStreamFiles, LinksAreFollowed) {
     fs::create_directory(m_folder / "deep");
-    Put("deep/real", "old");
+    Write("deep/real", "old");
     fs::create_symlink("deep/real", m_folder / "link");
     fs::create_symlink(m_folder / "link", m_folder / "chain");
     Save(m_folder / "chain", "new", true);
-    EXPECT_EQ(Get(m_folder / "deep/real"), "new");
+    EXPECT_EQ(Read(m_folder / "deep/real"), "new");
     EXPECT_TRUE(fs::is_symlink(m_folder / "link"));
     EXPECT_TRUE(fs::is_symlink(m_folder / "chain"));
     fs::create_symlink("deep/coming", m_folder / "dangling");
     Save(m_folder / "dangling", "new", true);
-    EXPECT_EQ(Get(m_folder / "deep/coming"), "new");
+    EXPECT_EQ(Read(m_folder / "deep/coming"), "new");
     EXPECT_TRUE(fs::is_symlink(m_folder / "dangling"));
 }
 
@@ -118,7 +158,7 @@ TEST_F(FileStreamFiles, DevicesAndPipesAreWrittenNotReplaced) {
     const fs::path pipe = m_folder / "pipe";
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
     std::string got;
-    std::thread reader([&] { got = Get(pipe); });
+    std::thread reader([&] { got = Read(pipe); });
     Save(pipe, "through", true);
     reader.join();
     EXPECT_EQ(got, "through");
@@ -128,7 +168,9 @@ TEST_F(FileStreamFiles, DevicesAndPipesAreWrittenNotReplaced) {
 TEST_F(FileStreamFiles, FailuresToOpen) {
     EXPECT_THROW(FileStream("", FileStreamFlags::Decoder), ArgumentNullPointerException);
     EXPECT_THROW(FileStream(m_folder / "none", FileStreamFlags::Decoder), FileNotFoundException);
-    EXPECT_THROW(FileStream(m_folder / "none" / "file", FileStreamFlags::Encoder), Exception);
+    for (const FileStreamFlags flags : {FileStreamFlags::Decoder, FileStreamFlags::Encoder}) {
+        EXPECT_THROW(FileStream(m_folder / "none" / "file", flags), PathNotFoundException);
+    }
     EXPECT_THROW(FileStream(m_folder, FileStreamFlags::Decoder), Exception);
     EXPECT_THROW(FileStream(m_folder, FileStreamFlags::Encoder), Exception);
     try {
@@ -173,11 +215,11 @@ TEST_F(FileStreamFiles, RowsAndBlocksKeepTheirOrder) {
         append(5, '4');
         stream.SetCompleted(true);
     }
-    EXPECT_TRUE(Get(m_folder / "rows") == expected);
+    EXPECT_TRUE(Read(m_folder / "rows") == expected);
 }
 
 TEST_F(FileStreamFiles, AFullDeviceLeavesTheOldFile) {
-    const fs::path name = Put("picture", "old");
+    const fs::path name = Write("picture", "old");
     const struct rlimit unlimited = [] {
         struct rlimit limit {};
         ::getrlimit(RLIMIT_FSIZE, &limit);
@@ -195,13 +237,13 @@ TEST_F(FileStreamFiles, AFullDeviceLeavesTheOldFile) {
         EXPECT_THROW(stream.Close(), Exception);
         ::setrlimit(RLIMIT_FSIZE, &unlimited);
     }
-    EXPECT_EQ(Get(name), "old");
+    EXPECT_EQ(Read(name), "old");
     EXPECT_EQ(Names(), (std::set<std::string>{"picture"}));
 }
 
 TEST_F(FileStreamFiles, DirectFlags) {
     const auto write = FileStreamFlags::Write | FileStreamFlags::Create | FileStreamFlags::DeleteWhenEmpty;
-    const fs::path name = Put("direct", "long contents");
+    const fs::path name = Write("direct", "long contents");
     {
         FileStream stream(name, write);
         EXPECT_TRUE(stream.Write("abc", 3, nullptr));
@@ -210,11 +252,11 @@ TEST_F(FileStreamFiles, DirectFlags) {
         EXPECT_FALSE(stream.Seek(-1, SeekOrigin::Begin, nullptr));
         EXPECT_EQ(stream.GetFileName(), name);
     }
-    EXPECT_EQ(Get(name), "abc");
+    EXPECT_EQ(Read(name), "abc");
     { FileStream stream(name, write); }
     EXPECT_FALSE(fs::exists(name));
     EXPECT_THROW(FileStream(name, FileStreamFlags::Write), FileNotFoundException);
-    Put("direct", "0123456789");
+    Write("direct", "0123456789");
     {
         FileStream stream(name, FileStreamFlags::Read | FileStreamFlags::Write | FileStreamFlags::DeleteOnRelease);
         std::uint64_t position = 0;
@@ -258,12 +300,12 @@ TEST_F(FileStreamFiles, ReadersAndWritersOnAFile) {
 }
 
 TEST_F(FileStreamFiles, TemporaryFiles) {
-    const fs::path source = Put("source", std::string(5000, 's'));
+    const fs::path source = Write("source", std::string(5000, 's'));
     fs::path name;
     {
         TempFile copy(source, m_folder, "CPY", ".tmp");
         name = copy.GetFilenameRef();
-        EXPECT_EQ(Get(name), std::string(5000, 's'));
+        EXPECT_EQ(Read(name), std::string(5000, 's'));
         EXPECT_EQ(Mode(name), 0600U);
         const std::string head = "CPY" + std::to_string(::getpid() & 0xFFFF) + "_";
         const std::string text = name.filename().string();
@@ -300,7 +342,7 @@ TEST_F(FileStreamFiles, ThreadingSavesToOneTarget) {
     for (std::thread& thread : threads) {
         thread.join();
     }
-    const std::string text = Get(name);
+    const std::string text = Read(name);
     EXPECT_EQ(text, std::string(9000, text.empty() ? '?' : text[0])); // one of them, whole
     EXPECT_EQ(Names(), (std::set<std::string>{"shared"}));
 }

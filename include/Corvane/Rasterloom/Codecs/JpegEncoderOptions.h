@@ -1,0 +1,49 @@
+#pragma once
+
+#include <Corvane/Rasterloom/Codecs/EncoderOptions.h>
+#include <Corvane/Rasterloom/Codecs/MetadataWriteSupport.h>
+
+namespace Corvane::Rasterloom::Codecs {
+
+/// Settings for JPEG files, and the metadata blocks that they get: none at first.
+class RASTERLOOM_API JpegEncoderOptions : public EncoderOptions, public MetadataWriteSupport {
+public:
+    static constexpr std::int32_t DefaultQuality = 75;
+
+    JpegEncoderOptions();
+    explicit JpegEncoderOptions(std::int32_t quality);
+    JpegEncoderOptions(std::int32_t quality, bool isProgressive);
+    JpegEncoderOptions(std::int32_t quality, bool isProgressive, bool chromaSubsamplingEnabled);
+    ~JpegEncoderOptions() override;
+
+    /// 0 to 100; outside fails with `Host::ArgumentOutOfRangeException` ("quality").
+    std::int32_t get_Quality() const noexcept { return m_settings.Quality; }
+    void set_Quality(std::int32_t quality);
+    /// Written in scans of growing detail. False at first.
+    bool get_IsProgressive() const noexcept { return m_settings.IsProgressive; }
+    void set_IsProgressive(bool isProgressive) noexcept { m_settings.IsProgressive = isProgressive; }
+    /// Colour at half the resolution of brightness, on both axes. True at first.
+    bool get_ChromaSubsamplingEnabled() const noexcept { return m_settings.ChromaSubsamplingEnabled; }
+    void set_ChromaSubsamplingEnabled(bool enabled) noexcept { m_settings.ChromaSubsamplingEnabled = enabled; }
+    /// Rows of coded units from one restart marker to the next, 0 (at first) for no markers. Outside 0 to 65535 fails with
+    /// `Host::ArgumentOutOfRangeException` ("restartInterval").
+    std::int32_t get_RestartInterval() const noexcept { return m_settings.RestartInterval; }
+    void set_RestartInterval(std::int32_t restartInterval);
+
+    std::unique_ptr<IFrame> ToFrame() const override;
+
+    /// The settings that a frame has as well.
+    struct Settings {
+        std::int32_t Quality = DefaultQuality;
+        bool IsProgressive = false;
+        bool ChromaSubsamplingEnabled = true;
+        std::int32_t RestartInterval = 0;
+    };
+    const Settings& get__Settings() const noexcept { return m_settings; }
+    void set__Settings(const Settings& settings) noexcept { m_settings = settings; }
+
+private:
+    Settings m_settings;
+};
+
+} // namespace Corvane::Rasterloom::Codecs

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <Corvane/Rasterloom/Codecs/Frame.h>
+#include <Corvane/Rasterloom/Codecs/JpegEncoderOptions.h>
+
+namespace Corvane::Rasterloom::Codecs {
+
+class JpegReader;
+
+/// The frame of a JPEG file. Settings are as in `JpegEncoderOptions`; in a frame of a reader `ChromaSubsamplingEnabled` and
+/// `RestartInterval` are those of the file.
+class RASTERLOOM_API JpegFrame : public Frame {
+public:
+    /// For writing. A bitmap is copied; null fails as in `SetBitmap`.
+    JpegFrame();
+    explicit JpegFrame(std::int32_t quality);
+    JpegFrame(std::int32_t quality, bool isProgressive);
+    JpegFrame(std::int32_t quality, bool isProgressive, bool chromaSubsamplingEnabled);
+    explicit JpegFrame(Bitmap* bitmap);
+    JpegFrame(Bitmap* bitmap, std::int32_t quality);
+    JpegFrame(Bitmap* bitmap, std::int32_t quality, bool isProgressive);
+    JpegFrame(Bitmap* bitmap, std::int32_t quality, bool isProgressive, bool chromaSubsamplingEnabled);
+    ~JpegFrame() override;
+
+    std::int32_t get_Quality();
+    void set_Quality(std::int32_t quality);
+    bool get_IsProgressive();
+    void set_IsProgressive(bool isProgressive);
+    bool get_ChromaSubsamplingEnabled();
+    void set_ChromaSubsamplingEnabled(bool enabled);
+    std::int32_t get_RestartInterval();
+    void set_RestartInterval(std::int32_t restartInterval);
+
+    /// The lock is held.
+    const JpegEncoderOptions::Settings& get__Settings();
+
+protected:
+    std::unique_ptr<EncoderOptions> CreateEmptyEncoderOptions() override;
+    void OnImportEncoderOptions(const EncoderOptions& options) override;
+    void OnExportEncoderOptions(EncoderOptions& options) override;
+
+private:
+    friend class JpegReader;
+    JpegFrame(JpegReader& reader, std::int32_t index);
+
+    JpegEncoderOptions m_options;
+    bool m_bLoaded = true;
+};
+
+} // namespace Corvane::Rasterloom::Codecs

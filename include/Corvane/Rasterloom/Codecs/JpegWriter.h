@@ -1,0 +1,28 @@
+#pragma once
+
+#include <Corvane/Rasterloom/Codecs/FormatWriter.h>
+#include <Corvane/Rasterloom/Codecs/MetadataWriteSupport.h>
+
+namespace Corvane::Rasterloom::Codecs {
+
+/// Writes JPEG files of one frame. Frames that are no `JpegFrame` are written with the settings that
+/// `JpegEncoderOptions` begin with. The metadata blocks are those set here or imported with options. Too much of one fails
+/// when the frame is added: EXIF above a segment's size with `UnexpectedException`, XMP above 65,502 bytes with
+/// `Host::ArgumentException`.
+class RASTERLOOM_API JpegWriter : public FormatWriter, public MetadataWriteSupport {
+public:
+    JpegWriter();
+    explicit JpegWriter(const std::shared_ptr<Host::Stream>& stream);
+    explicit JpegWriter(const std::filesystem::path& fileName);
+    ~JpegWriter() override;
+
+    std::unique_ptr<IFrame> GetEmptyFrame() override;
+    std::unique_ptr<IFormatWriter> Clone() override;
+
+protected:
+    void OnBeforeAddFrame(Frame& frame) override;
+    void OnImportEncoderOptions(const EncoderOptions& options) override;
+    void OnExportEncoderOptions(EncoderOptions& options) override;
+};
+
+} // namespace Corvane::Rasterloom::Codecs

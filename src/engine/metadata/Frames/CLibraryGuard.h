@@ -1,0 +1,56 @@
+#pragma once
+
+#include <csetjmp>
+#include <exception>
+#include <utility>
+
+namespace ImagingFramework {
+
+/// Carries failures through the frames of a C library, which no exception may cross: a callback keeps its failure here and
+/// jumps back to the call, which raises it. One guard per library object and thread.
+class CLibraryGuard {
+public:
+    CLibraryGuard() = default;
+    CLibraryGuard(const CLibraryGuard&) = delete;
+    CLibraryGuard& operator=(const CLibraryGuard&) = delete;
+
+    /// Runs calls of the library and raises what a callback failed with. `body` is left by a jump then, so neither it nor
+    /// what it calls may own anything that needs a destructor.
+    template <class Body>
+    void Call(Body body) {
+        if (setjmp(m_jump) == 0) {
+            body();
+            return;
+        }
+        std::rethrow_exception(std::exchange(m_failure, nullptr));
+    }
+
+    /// For callbacks: runs a step; false when it failed, and its failure is kept for `Jump`.
+    template <class Step>
+    bool Try(Step step) noexcept {
+        try {
+            step();
+            return true;
+        } catch (...) {
+            m_failure = std::current_exception();
+            return false;
+        }
+    }
+
+    /// For callbacks: runs a step and leaves the library when it fails.
+    template <class Step>
+    void TryOrJump(Step step) noexcept {
+        if (!Try(step)) {
+            Jump();
+        }
+    }
+
+    /// Leaves the library; `Try` has kept a failure.
+    [[noreturn]] void Jump() noexcept { std::longjmp(m_jump, 1); }
+
+private:
+    std::jmp_buf m_jump;
+    std::exception_ptr m_failure;
+};
+
+} // namespace ImagingFramework
