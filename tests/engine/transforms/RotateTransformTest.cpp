@@ -54,7 +54,7 @@ public:
             }
             const std::size_t at = static_cast<std::size_t>(x) * m_samples + c;
             const std::uint8_t* const row = raster.GetScanlineRef(static_cast<std::uint32_t>(y));
-            pixel[c] = m_wide ? row[2 * at] | row[2 * at + 1] << 8 : row[at];
+            pixel[c] = m_wide ? row[2 * at] + 256U * row[2 * at + 1] : row[at];
         }
         return pixel;
     }

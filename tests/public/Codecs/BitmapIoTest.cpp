@@ -61,6 +61,34 @@ TEST_F(BitmapIo, AFailedLoadLeavesTheBitmap) {
     EXPECT_THROW(bitmap.Load(StreamOf(FourColors())), Host::ObjectDisposedException);
 }
 
+// Rows are gray 0, 90, 180, 255. Nearest takes the first and the third; samples of Anisotropic4 stand at 0, 1 and 3, 3, those
+// of Anisotropic9 at 0, 1, 2 and 3, 3, 3; the filter weighs the outer rows 0.5524 and the inner ones 0.4476.
+TEST_F(BitmapIo, ThumbnailsInEachMode) {
+    Bytes pixels;
+    for (const int gray : {255, 180, 90, 0}) {
+        pixels.insert(pixels.end(), {std::uint8_t(gray), std::uint8_t(gray), std::uint8_t(gray), 0});
+    }
+    const Bytes file = BmpFile(1, 4, 24, 0, {}, pixels);
+    const auto grays = [&](Transforms::InterpolationMode mode) {
+        Bitmap bitmap;
+        bitmap.LoadThumbnail(StreamOf(file), 0, 2, mode);
+        EXPECT_EQ(bitmap.get_Width(), 1);
+        EXPECT_EQ(bitmap.get_PixelFormat(), PixelFormat::Format32bppArgb);
+        return std::pair(bitmap.GetPixel(0, 0).GetChannel(0) + 0, bitmap.GetPixel(0, 1).GetChannel(0) + 0);
+    };
+    using enum Transforms::InterpolationMode;
+    EXPECT_EQ(grays(NearestNeighbour), std::pair(0, 180));
+    EXPECT_EQ(grays(Anisotropic4), std::pair(45, 255));
+    EXPECT_EQ(grays(Anisotropic9), std::pair(90, 255));
+    EXPECT_EQ(grays(Lanczos3Filter), std::pair(40, 221));
+    for (const auto mode : {HighQuality, Bilinear, ScaleToGray, static_cast<Transforms::InterpolationMode>(99)}) {
+        EXPECT_EQ(ThrownParameter<Host::ArgumentException>([&] { grays(mode); }), "interpolationMode");
+    }
+    Bitmap bitmap;
+    bitmap.LoadThumbnail(Write("gray.bmp", file), 1, 0, NearestNeighbour);
+    EXPECT_EQ(bitmap.get_Height(), 4) << "the box is as wide as the image";
+}
+
 TEST_F(BitmapIo, SavesByExtensionAndByOptions) {
     RegisterTestFormat();
     Bitmap bitmap(StreamOf(FourColors()));

@@ -169,6 +169,11 @@ TEST(Frame, ThumbnailsFitIntoTheBoxAndAreNeverIndexed) {
                   "height");
         EXPECT_THROW(one->GetThumbnail(&thumbnail, 0, 0), Host::ArgumentOutOfRangeException);
     }
+    Bitmap thumbnailInMode;
+    frame.GetThumbnail(&thumbnailInMode, 10, 10, Transforms::InterpolationMode::Anisotropic9);
+    EXPECT_EQ(size(thumbnailInMode), std::make_pair(10, 5));
+    EXPECT_THROW(frame.GetThumbnail(&thumbnailInMode, 10, 10, Transforms::InterpolationMode::Bilinear),
+                 Host::ArgumentException);
     Bitmap packed(8, 8, PixelFormat::Format16bppRgb565);
     BmpFrame packedFrame(&packed);
     Bitmap thumbnail;
@@ -195,6 +200,13 @@ TEST(Frame, CustomReaderIsToldWhatToLoad) {
     EXPECT_EQ(bitmap.get_Width(), 2);
     frame->GetBitmap(&bitmap);
     EXPECT_EQ(bitmap.get_Width(), 4);
+    reader.Work = [](TestReader& self) {
+        EXPECT_EQ(self.GetThumbnailInterpolationToLoad(), Transforms::InterpolationMode::Lanczos3Filter);
+        Bitmap loaded(1, 1, PixelFormat::Format8bppGrayScale);
+        self.SetLoadedBitmap(&loaded);
+    };
+    Bitmap reduced;
+    dynamic_cast<Frame&>(*frame).GetThumbnail(&reduced, 2, 3, Transforms::InterpolationMode::Lanczos3Filter);
     reader.Work = [](TestReader&) {};
     EXPECT_THROW(frame->GetBitmap(&bitmap), UnexpectedException);
     reader.Work = [](TestReader&) { throw MediaCorruptedException(); };

@@ -53,6 +53,7 @@ public:
     std::function<void(TestReader&)> Work;
     using CustomFormatReader::GetLoadingMode;
     using CustomFormatReader::GetThumbnailHeightToLoad;
+    using CustomFormatReader::GetThumbnailInterpolationToLoad;
     using CustomFormatReader::GetThumbnailWidthToLoad;
     using CustomFormatReader::ResetEvents;
     using CustomFormatReader::SetLoadedBitmap;
