@@ -260,7 +260,13 @@ void IFrameDecoderImpl::FillThumbnailFromFrame() {
     BitmapData frame;
     m_pOutput.Reset(&frame, false);
     m_bThumbnailMode = false;
-    DecodeInternalGuarded();
+    SetReducedSize(0, 0);
+    try {
+        DecodeInternalGuarded();
+    } catch (...) {
+        m_pOutput = std::move(pThumbnail); // the frame does not outlive this call
+        throw;
+    }
     m_pOutput = std::move(pThumbnail);
     const auto pThumbnailer =
         CreateThumbnailer(frame.GetWidth(), frame.GetHeight(), frame.GetPixelFormat(), frame.GetColorMapRef());
