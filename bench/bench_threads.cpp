@@ -110,7 +110,8 @@ Work Conversion() {
 
 Work ProfiledConversion() {
     const std::shared_ptr<Bitmap> bitmap = Picture();
-    const auto wide = std::make_shared<ColorProfile>(std::span(TestProfiles::Rgb()));
+    const TestProfiles::Bytes bytes = TestProfiles::Rgb();
+    const auto wide = std::make_shared<ColorProfile>(std::span(bytes));
     bitmap->set_ColorProfile(ColorProfile::FromSrgb());
     const auto management = bitmap->get_ColorManagement();
     management->set_ColorManagementEngine(ColorManagementEngine::LittleCms);

@@ -106,7 +106,7 @@ class ExhaustedMemoryOfCodecs : public testing::TestWithParam<std::int64_t>, pro
 protected:
     void SetUp() override {
         Codecs::FillWithNoise(m_source);
-        m_source.set_ColorProfile(std::make_shared<ColorProfile>(std::span(TestProfiles::Rgb())));
+        m_source.set_ColorProfile(ProfileOf(TestProfiles::Rgb()));
         m_file = Codecs::SaveTo(GetParam(), m_source);
     }
 
@@ -117,13 +117,15 @@ protected:
         const Bytes contents = Contents(expected);
         for (const Supply supply : {Supply::Blocks, Supply::Objects}) {
             Bitmap target;
-            const auto begin = [&] { target.Create(RgbColor::Red, 3, 2, PixelFormat::Format24bppRgb); };
-            begin();
-            const Bytes before = Contents(target);
+            Bytes before;
+            const auto begin = [&] {
+                target.Create(RgbColor::Red, 3, 2, PixelFormat::Format24bppRgb); // with the resolution that it has
+                before = Contents(target);
+            };
             const int failures = FailEachAllocation(
                 supply, begin, [&] { load(target); }, [&] { EXPECT_EQ(Contents(target), before); },
                 [&] { EXPECT_EQ(Contents(target), contents); });
-            EXPECT_GE(failures, 2);
+            EXPECT_GE(failures, 1);
         }
     }
 

@@ -1,15 +1,9 @@
 // Different bitmaps on different threads: what they have in common (the registry, the tables of links and profiles, the memory)
 // must neither race nor mix them up.
 
-#include "EveryCodec.h"
-#include "TestProfiles.h"
-
-#include <Corvane/Rasterloom/ColorManagementProvider.h>
-#include <Corvane/Rasterloom/ColorProfile.h>
-#include <Corvane/Rasterloom/TransformsProvider.h>
+#include "EveryOperation.h"
 
 #include <latch>
-#include <span>
 #include <thread>
 
 namespace Corvane::Rasterloom {
@@ -20,7 +14,7 @@ using Bytes = std::vector<std::uint8_t>;
 Bytes FileOf(std::int64_t format) {
     Bitmap bitmap;
     Codecs::FillWithNoise(bitmap);
-    bitmap.set_ColorProfile(std::make_shared<ColorProfile>(std::span(TestProfiles::Rgb())));
+    bitmap.set_ColorProfile(ProfileOf(TestProfiles::Rgb()));
     return Codecs::SaveTo(format, bitmap);
 }
 

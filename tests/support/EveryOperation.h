@@ -25,6 +25,10 @@ struct Operation {
     std::function<void(Bitmap&)> Run;
 };
 
+inline std::shared_ptr<ColorProfile> ProfileOf(const TestProfiles::Bytes& bytes) {
+    return std::make_shared<ColorProfile>(std::span(bytes));
+}
+
 inline void AddConversions(std::vector<Operation>& operations) {
     using enum PixelFormat;
     const auto fill = [](Bitmap& bitmap) { Codecs::FillWithNoise(bitmap); };
@@ -56,13 +60,12 @@ inline void AddConversions(std::vector<Operation>& operations) {
     operations.push_back({"convert by profiles",
                           [](Bitmap& bitmap) {
                               Codecs::FillWithNoise(bitmap);
-                              bitmap.set_ColorProfile(std::make_shared<ColorProfile>(std::span(TestProfiles::Rgb())));
+                              bitmap.set_ColorProfile(ProfileOf(TestProfiles::Rgb()));
                           },
                           [](Bitmap& bitmap) {
                               const auto management = bitmap.get_ColorManagement();
                               management->set_ColorManagementEngine(ColorManagementEngine::LittleCms);
-                              management->set_CmykColorProfile(
-                                  std::make_shared<ColorProfile>(std::span(TestProfiles::Cmyk())));
+                              management->set_CmykColorProfile(ProfileOf(TestProfiles::Cmyk()));
                               management->Convert(Format32bppCmyk);
                           }});
 }
