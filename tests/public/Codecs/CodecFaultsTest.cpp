@@ -116,7 +116,6 @@ std::vector<SoundFile> SoundFiles() {
     }
     files.push_back({"PcxOf256Colors", [] { return PcxFile(1, 8); }});
     files.push_back({"PcxOfFourPlanes", [] { return PcxFile(4, 1); }});
-    files.push_back({"PcxOf24Bits", [] { return PcxFile(3, 8); }});
     return files;
 }
 
