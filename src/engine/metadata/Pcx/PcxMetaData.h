@@ -1,6 +1,6 @@
 #pragma once
 
-#include "metadata/MetaData.h"
+#include "metadata/Frames/FormatMetaData.h"
 #include "metadata/Pcx/PcxFrameDecoder.h"
 
 namespace ImagingFramework {
@@ -8,17 +8,9 @@ namespace ImagingFramework {
 /// A PCX file. Items beyond those of every format, read: `FrameBitmap`, `FrameThumbnail`, `FrameCount`,
 /// `FrameCompression`. The format is not written: `AttachToWrite`, and the question for a pixel format to write, fail
 /// with `MetaDataWritingNotAllowedException`.
-class PcxMetaData final : public MetaData, private PcxFrameDecoder {
-public:
-    PcxMetaData() = default;
-    ~PcxMetaData() override;
-
-    bool GetItem(ItemTag& tag) override;
-
+class PcxMetaData final : public ReadableMetaData<PcxFrameDecoder, FileFormat::Pcx> {
 protected:
-    void RefreshRead() override;
-    void RefreshWrite() override;
-    void DetachFrames() override;
+    bool GetFormatItem(ItemTag& tag) override;
     std::string_view GetName() const override { return "PcxMetaData"; }
     std::span<const PixelFormat> GetSavedPixelFormats() const override { return {}; }
     PixelFormat GetAppropriateFormatInternal(PixelFormat format) const override;

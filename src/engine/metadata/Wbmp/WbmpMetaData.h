@@ -1,6 +1,6 @@
 #pragma once
 
-#include "metadata/MetaData.h"
+#include "metadata/Frames/FormatMetaData.h"
 #include "metadata/Wbmp/WbmpFrameDecoder.h"
 #include "metadata/Wbmp/WbmpFrameEncoder.h"
 
@@ -8,19 +8,10 @@ namespace ImagingFramework {
 
 /// A wireless bitmap. Items beyond those of every format, read: `FrameBitmap`, `FrameThumbnail`, `FrameCount`,
 /// `FrameCompression`; written: `FrameBitmap`, `FrameCompression` (there is `None` only).
-class WbmpMetaData final : public MetaData, private WbmpFrameDecoder, private WbmpFrameEncoder {
-public:
-    WbmpMetaData() = default;
-    /// Failures of a file that was not closed are lost: `Close` reports them.
-    ~WbmpMetaData() override;
-
-    bool GetItem(ItemTag& tag) override;
-    bool SetItem(ItemTag& tag) override;
-
+class WbmpMetaData final : public FormatMetaData<WbmpFrameDecoder, WbmpFrameEncoder, FileFormat::Wbmp> {
 protected:
-    void RefreshRead() override;
-    void RefreshWrite() override;
-    void DetachFrames() override;
+    bool GetFormatItem(ItemTag& tag) override;
+    bool SetFormatItem(ItemTag& tag) override;
     std::string_view GetName() const override { return "WbmpMetaData"; }
 };
 
