@@ -14,7 +14,7 @@ import subprocess
 import sys
 
 PROGRAM = sys.argv[1]
-FORMATS = ["bmp", "jpeg", "png"]
+FORMATS = ["bmp", "jpeg", "png", "pcx", "wbmp"]
 SECONDS = 20
 MEMORY = 4 << 30
 ONLY = sys.argv[2:]

@@ -1,6 +1,7 @@
 #include "metadata/RecognizeMediaFormat.h"
 
 #include "ErrorHandling/Exceptions.h"
+#include "metadata/Wbmp/WbmpInteger.h"
 
 #include <algorithm>
 #include <array>
@@ -38,22 +39,18 @@ public:
         return succeeded && count == size;
     }
 
-    /// The integer of wireless bitmaps: 7 bits a byte, top group first, the top bit says that more follow; at most 10
-    /// bytes. Only whether it is 0 is of interest, so groups that would shift out count as well.
-    bool ReadMultiByte(bool& isZero) {
-        constexpr int maximumBytes = 10;
-        isZero = true;
-        for (int i = 0; i < maximumBytes; ++i) {
+    /// A side of a wireless bitmap; false when it is no integer or 0.
+    bool ReadWbmpSide() {
+        WbmpInteger integer;
+        WbmpInteger::State state = WbmpInteger::State::Incomplete;
+        while (state == WbmpInteger::State::Incomplete) {
             std::uint8_t byte = 0;
             if (!Read(&byte, 1)) {
                 return false;
             }
-            isZero = isZero && (byte & 0x7F) == 0;
-            if ((byte & 0x80) == 0) {
-                return true;
-            }
+            state = integer.AddByte(byte);
         }
-        return false;
+        return state == WbmpInteger::State::Complete && integer.GetValue() != 0;
     }
 
 private:
@@ -140,11 +137,9 @@ bool TryPcxFormat(IStream* piStream) {
 bool TryWbmpFormat(IStream* piStream) {
     Probe probe(piStream);
     std::array<std::uint8_t, 2> head{};
-    bool widthIsZero = false;
-    bool heightIsZero = false;
     std::uint8_t next = 0;
-    return probe.Read(head.data(), head.size()) && head[0] == 0 && head[1] == 0 && probe.ReadMultiByte(widthIsZero) &&
-           probe.ReadMultiByte(heightIsZero) && !widthIsZero && !heightIsZero && probe.Read(&next, 1);
+    return probe.Read(head.data(), head.size()) && head[0] == 0 && head[1] == 0 && probe.ReadWbmpSide() &&
+           probe.ReadWbmpSide() && probe.Read(&next, 1);
 }
 
 bool TryGifFormat(IStream* piStream) {

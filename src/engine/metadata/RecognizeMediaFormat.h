@@ -16,7 +16,8 @@ bool TryBmpFormat(IStream* piStream);
 bool TryPngFormat(IStream* piStream);
 bool TryTiffFormat(IStream* piStream);
 bool TryPcxFormat(IStream* piStream);
-/// There is no magic number: type 0, a plain header, both sides above 0 and at least one byte behind them.
+/// There is no magic number: type 0, a plain header, both sides above 0 and of at most 32 bits, and at least one
+/// byte behind them.
 bool TryWbmpFormat(IStream* piStream);
 bool TryGifFormat(IStream* piStream);
 bool TryPsdFormat(IStream* piStream);

@@ -5,8 +5,11 @@
 #include <Corvane/Rasterloom/Codecs/JpegReader.h>
 #include <Corvane/Rasterloom/Codecs/JpegWriter.h>
 #include <Corvane/Rasterloom/Codecs/NonSeekableStreamProxy.h>
+#include <Corvane/Rasterloom/Codecs/PcxReader.h>
 #include <Corvane/Rasterloom/Codecs/PngReader.h>
 #include <Corvane/Rasterloom/Codecs/PngWriter.h>
+#include <Corvane/Rasterloom/Codecs/WbmpReader.h>
+#include <Corvane/Rasterloom/Codecs/WbmpWriter.h>
 #include <Corvane/Rasterloom/Exceptions.h>
 #include <Corvane/Rasterloom/Host/FileStream.h>
 
@@ -40,9 +43,12 @@ private:
         Readers.push_back(std::make_unique<BmpReader>());
         Readers.push_back(std::make_unique<JpegReader>());
         Readers.push_back(std::make_unique<PngReader>());
+        Readers.push_back(std::make_unique<PcxReader>());
+        Readers.push_back(std::make_unique<WbmpReader>());
         Writers.push_back(std::make_unique<BmpWriter>());
         Writers.push_back(std::make_unique<JpegWriter>());
         Writers.push_back(std::make_unique<PngWriter>());
+        Writers.push_back(std::make_unique<WbmpWriter>());
     }
 };
 

@@ -81,6 +81,8 @@ TEST(RecognizeMediaFormat, WirelessBitmaps) {
         {"\x01\x00\x01\x01\x80"s, false},         // another type
         {"\x00\x00"s + std::string(9, '\x80') + "\x01\x01\x80"s, true},
         {"\x00\x00"s + std::string(10, '\x80') + "\x01\x01\x80"s, false}, // eleven bytes
+        {"\x00\x00\x8F\xFF\xFF\xFF\x7F\x01\x80"s, true},               // 2^32 - 1
+        {"\x00\x00\x90\x80\x80\x80\x00\x01\x80"s, false},              // 2^32
     };
     for (const auto& [bytes, matches] : cases) {
         FaultyStream stream({bytes.begin(), bytes.end()});

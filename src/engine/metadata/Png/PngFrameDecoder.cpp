@@ -1,6 +1,7 @@
 #include "metadata/Png/PngFrameDecoder.h"
 
 #include "Common/FrameSize.h"
+#include "metadata/Frames/WidenIndices.h"
 
 #include <algorithm>
 
@@ -55,17 +56,6 @@ std::shared_ptr<ColorMap> MakeGrayRamp(std::uint32_t bits) {
         map->SetEntryRgb(i, entry);
     }
     return map;
-}
-
-/// Two indices of 4 bits for each byte of four of 2 bits, in place.
-void WidenIndices(std::uint8_t* pLine, std::uint32_t width) noexcept {
-    const auto pair = [](std::uint32_t twoIndices) {
-        return static_cast<std::uint8_t>((twoIndices & 0xC) << 2 | (twoIndices & 0x3));
-    };
-    for (std::size_t i = (std::size_t{width} + 1) / 2; i-- > 0;) {
-        const std::uint32_t byte = pLine[i / 2];
-        pLine[i] = pair(i % 2 == 0 ? byte >> 4 : byte & 0xF);
-    }
 }
 
 } // namespace
