@@ -34,6 +34,11 @@ install(FILES ${PROJECT_BINARY_DIR}/rasterloom.pc DESTINATION ${CMAKE_INSTALL_LI
 if(TARGET rasterloom-tool)
     install(TARGETS rasterloom-tool RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tool)
     set_target_properties(rasterloom-tool PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+    install(FILES tools/rasterloom/rasterloom.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tool)
+    install(FILES tools/rasterloom/completions/rasterloom.bash RENAME rasterloom
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT tool)
+    install(FILES tools/rasterloom/completions/rasterloom.fish
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d COMPONENT tool)
 endif()
 install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT runtime)
 

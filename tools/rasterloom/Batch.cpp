@@ -1,6 +1,9 @@
 #include "Batch.h"
 
+#include "Conversions.h"
+
 #include <Corvane/Rasterloom/Codecs/EncoderOptions.h>
+#include <Corvane/Rasterloom/Codecs/FormatManager.h>
 #include <Corvane/Rasterloom/Exceptions.h>
 #include <Corvane/Rasterloom/Host/MemoryStream.h>
 
@@ -8,6 +11,7 @@
 #include <atomic>
 #include <chrono>
 #include <cstdio>
+#include <stdexcept>
 #include <thread>
 
 namespace Tool {
@@ -16,15 +20,22 @@ using namespace Corvane::Rasterloom;
 
 namespace {
 
+bool HoldsProfile(std::int64_t format) {
+    using Codecs::FormatManager;
+    return format == FormatManager::JpegFormat || format == FormatManager::PngFormat ||
+           format == FormatManager::TiffFormat;
+}
+
 class Batch {
 public:
     Batch(const std::vector<Task>& tasks, const BatchOptions& options, Console& console)
         : m_tasks(tasks), m_options(options), m_console(console) {}
 
     bool Run() {
-        const auto count = std::clamp<std::size_t>(static_cast<std::size_t>(m_options.Jobs), 1, m_tasks.size());
+        const std::size_t processors = std::max(1U, std::thread::hardware_concurrency());
+        const std::size_t jobs = m_options.Jobs == 0 ? processors : static_cast<std::size_t>(m_options.Jobs);
         std::vector<std::jthread> workers;
-        for (std::size_t i = 1; i < count; ++i) {
+        for (std::size_t i = 1; i < std::min(jobs, m_tasks.size()); ++i) {
             workers.emplace_back([this] { Work(); });
         }
         Work();
@@ -33,53 +44,95 @@ public:
     }
 
 private:
+    using Clock = std::chrono::steady_clock;
+
     void Work() {
         for (std::size_t index = m_next++; index < m_tasks.size() && !IsInterrupted(); index = m_next++) {
             const Task& task = m_tasks[index];
             const std::filesystem::path* current = &task.Output;
             try {
                 Convert(task, current);
-            } catch (const AbortedException&) {
-                Fail(*current, "interrupted");
             } catch (const std::exception& exception) {
-                Fail(*current, exception.what());
+                ++m_failed;
+                m_console.Fail(*current, IsInterrupted() ? "interrupted" : exception.what());
             }
             ++m_done;
         }
     }
 
-    void Fail(const std::filesystem::path& file, const std::string& cause) {
-        ++m_failed;
-        m_console.Fail(file, cause);
-    }
-
+    /// `current` follows the file that a failure would be about.
     void Convert(const Task& task, const std::filesystem::path*& current) {
         // What cannot be saved is told before the work, not after it.
         RequireTarget(task.Output);
         current = &task.Input;
-        Bitmap bitmap;
+        Picture picture;
+        Bitmap& bitmap = picture.Pixels;
         std::string step = "load";
-        const auto progress = bitmap.Progress.Subscribe([&](ProgressEventArgs& args) { OnProgress(bitmap, step, args); });
-        const auto start = std::chrono::steady_clock::now();
+        const auto progress = bitmap.Progress.Subscribe([&](ProgressEventArgs& args) {
+            if (IsInterrupted()) {
+                bitmap.Abort();
+            }
+            OnProgress(step, args);
+        });
+        const auto start = Clock::now();
         const auto run = [&](const std::string& name, const auto& body) {
             step = name;
-            const auto begin = std::chrono::steady_clock::now();
+            const auto begin = Clock::now();
             const std::string text = body();
             if (m_tasks.size() == 1) {
                 Print(name, text, begin);
             }
         };
-        run("load", [&] { return task.Input.string() + ": " + m_options.Load(bitmap, task.Input, m_options.Choices); });
+        run("load", [&] { return task.Input.string() + ": " + Load(picture, task.Input); });
         for (const Operation& operation : m_options.Operations) {
             run(operation.Name, [&] { return operation.Run(bitmap, m_options.Choices); });
+            picture.Changed = true;
         }
+        const std::int64_t format = FormatOf(task.Output);
+        Prepare(picture, task.Input, format);
         current = &task.Output;
+        std::string carried;
         run("save", [&] {
-            Save(bitmap, task.Output);
-            return task.Output.string();
+            carried = Save(picture, task, format);
+            return task.Output.string() + carried;
         });
         if (m_tasks.size() > 1) {
-            Print("saved", task.Output.string() + ": " + Describe(bitmap), start);
+            Print("saved", task.Output.string() + ": " + Describe(bitmap) + carried, start);
+        }
+    }
+
+    std::string Load(Picture& picture, const std::filesystem::path& file) {
+        const auto onProgress = [&](ISyncHandler& reader, ProgressEventArgs& args) {
+            if (IsInterrupted()) {
+                reader.Abort();
+            }
+            OnProgress("load", args);
+        };
+        LoadPicture(picture, file, m_options.Loading, m_options.Choices, onProgress,
+                    [&](const std::string& text) { m_console.Note(file, text); });
+        return Describe(picture.Pixels);
+    }
+
+    /// Makes the picture and its metadata what the file is to hold.
+    void Prepare(Picture& picture, const std::filesystem::path& input, std::int64_t format) {
+        if (m_options.Loading.Strip) {
+            picture.Metadata = {};
+        }
+        if (picture.Changed) {
+            FollowChanges(picture.Metadata, picture.Pixels);
+        }
+        const ColorChoices& colors = m_options.Choices.Colors;
+        if (colors.ProfileOut || colors.ProfileIn) {
+            FollowProfile(picture.Metadata, colors.IsResultSrgb());
+        }
+        FitToFormat(picture.Pixels, format, colors);
+        if (m_options.Loading.Strip) {
+            picture.Pixels.set_ColorProfile(nullptr);
+        }
+        const std::int32_t orientation = GetOrientation(picture.Metadata);
+        if (orientation != 1 && AddMetadata(*m_options.Saving.For(format), picture.Metadata).empty()) {
+            m_console.Note(input, "the EXIF orientation " + std::to_string(orientation) +
+                                      " has no place in the result; --auto-orient turns the pixels");
         }
     }
 
@@ -94,24 +147,42 @@ private:
         }
     }
 
-    void Save(Bitmap& bitmap, const std::filesystem::path& file) const {
-        const auto options = m_options.Saving.For(FormatOf(file));
+    /// Tells what went into the file beside the pixels.
+    std::string Save(Picture& picture, const Task& task, std::int64_t format) {
+        const auto options = m_options.Saving.For(format);
+        std::string carried = AddMetadata(*options, picture.Metadata);
+        if (HoldsProfile(format) && picture.Pixels.get_ColorProfile()) {
+            carried += std::string(carried.empty() ? "" : ", ") + "profile";
+        }
+        try {
+            Write(picture.Pixels, task.Output, *options);
+        } catch (const UnexpectedException& exception) {
+            // A block that has grown beyond what the format holds.
+            if (IsInterrupted() || !DropThumbnail(picture.Metadata)) {
+                throw;
+            }
+            m_console.Note(task.Input, std::string("the EXIF thumbnail is left out: ") + exception.what());
+            Write(picture.Pixels, task.Output, *options);
+        }
+        return carried.empty() ? "" : ", with " + carried;
+    }
+
+    void Write(Bitmap& bitmap, const std::filesystem::path& file, const Codecs::EncoderOptions& options) const {
         if (file != Standard) {
-            bitmap.Save(file, options.get());
+            // Once more, since the work may have taken long.
+            RequireTarget(file);
+            bitmap.Save(file, &options);
             return;
         }
         const auto stream = std::make_shared<Host::MemoryStream>();
-        bitmap.Save(stream, options.get());
+        bitmap.Save(stream, &options);
         const auto& bytes = stream->GetBuffer();
         if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) != bytes.size() || std::fflush(stdout) != 0) {
             throw std::runtime_error("standard output takes no more");
         }
     }
 
-    void OnProgress(Bitmap& bitmap, const std::string& step, ProgressEventArgs& args) {
-        if (IsInterrupted()) {
-            bitmap.Abort();
-        }
+    void OnProgress(const std::string& step, ProgressEventArgs& args) {
         if (args.get_Maximum() <= 0) {
             return;
         }
@@ -125,8 +196,8 @@ private:
         }
     }
 
-    void Print(const std::string& name, const std::string& text, std::chrono::steady_clock::time_point start) const {
-        const std::chrono::duration<double, std::milli> time = std::chrono::steady_clock::now() - start;
+    void Print(const std::string& name, const std::string& text, Clock::time_point start) const {
+        const std::chrono::duration<double, std::milli> time = Clock::now() - start;
         char line[64];
         std::snprintf(line, sizeof line, " (%.1f ms)", time.count());
         std::string padded = name;

@@ -14,7 +14,27 @@ constexpr std::int32_t BarWidth = 32;
 std::atomic<bool> s_interrupted{false};
 static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler may only set a lock-free flag");
 
-void OnInterrupt(int) { s_interrupted.store(true); }
+/// Without C0 and C1 control characters, the latter in UTF-8.
+std::string Printable(std::string text) {
+    constexpr unsigned char space = 0x20;
+    constexpr unsigned char deletion = 0x7F;
+    constexpr unsigned char leadOfC1 = 0xC2;
+    constexpr unsigned char endOfC1 = 0xA0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        const bool c1 = byte == leadOfC1 && i + 1 < text.size() && static_cast<unsigned char>(text[i + 1]) < endOfC1;
+        if (byte < space || byte == deletion) {
+            text[i] = '?';
+        } else if (c1) {
+            text.replace(i, 2, "?");
+        }
+    }
+    return text;
+}
+
+void OnInterrupt(int) {
+    s_interrupted.store(true);
+}
 
 } // namespace
 
@@ -25,28 +45,49 @@ void InstallInterruptHandler() {
     action.sa_flags = static_cast<int>(SA_RESETHAND);
     sigaction(SIGINT, &action, nullptr);
     sigaction(SIGTERM, &action, nullptr);
+    sigaction(SIGHUP, &action, nullptr);
+    // A reader that goes away is told by the write, when files are complete.
+    struct sigaction ignore {};
+    ignore.sa_handler = SIG_IGN;
+    sigaction(SIGPIPE, &ignore, nullptr);
 }
 
-bool IsInterrupted() { return s_interrupted.load(); }
+bool IsInterrupted() {
+    return s_interrupted.load();
+}
 
 Console::Console(bool quiet) : m_quiet(quiet), m_terminal(isatty(STDERR_FILENO) == 1) {}
 
-Console::~Console() { Erase(); }
+Console::~Console() {
+    Erase();
+}
 
 void Console::Print(const std::string& line) {
+    PrintText(Printable(line));
+}
+
+void Console::PrintText(const std::string& text) {
     if (m_quiet) {
         return;
     }
     const std::lock_guard lock(m_mutex);
     EraseLocked();
-    std::printf("%s\n", line.c_str());
-    std::fflush(stdout);
+    m_complete = std::printf("%s\n", text.c_str()) >= 0 && std::fflush(stdout) == 0 && m_complete;
+}
+
+bool Console::IsComplete() const {
+    const std::lock_guard lock(m_mutex);
+    return m_complete;
 }
 
 void Console::Fail(const std::filesystem::path& file, const std::string& cause) {
     const std::lock_guard lock(m_mutex);
     EraseLocked();
-    std::fprintf(stderr, "rasterloom: %s: %s\n", file.c_str(), cause.c_str());
+    std::fprintf(stderr, "rasterloom: %s: %s\n", Printable(file.string()).c_str(), Printable(cause).c_str());
+}
+
+void Console::Note(const std::filesystem::path& file, const std::string& text) {
+    Fail(file, "note: " + text);
 }
 
 void Console::Show(const std::string& label, std::int32_t percent) {

@@ -9,6 +9,8 @@
 #include <cctype>
 #include <cstdio>
 #include <set>
+#include <stdexcept>
+#include <system_error>
 
 namespace Tool {
 
@@ -28,6 +30,10 @@ std::filesystem::path FillPattern(const std::string& pattern, const std::filesys
 } // namespace
 
 std::vector<Task> MakeTasks(const std::vector<std::filesystem::path>& inputs, const std::filesystem::path& output) {
+    if (std::error_code error; std::filesystem::is_directory(output, error)) {
+        throw UsageError{output.string() + " is a folder; the output is a file, such as " +
+                         (output / "{}.png").string()};
+    }
     const bool pattern = output.string().find(NamePlace) != std::string::npos;
     if (inputs.size() > 1 && !pattern) {
         throw UsageError{"several inputs need an output with {} in it, which stands for the name of each"};
@@ -48,6 +54,9 @@ std::shared_ptr<Host::Stream> ReadStandardInput() {
     std::array<std::uint8_t, 65536> block;
     while (const std::size_t count = std::fread(block.data(), 1, block.size(), stdin)) {
         bytes.insert(bytes.end(), block.data(), block.data() + count);
+    }
+    if (std::ferror(stdin) != 0) {
+        throw std::runtime_error("standard input cannot be read");
     }
     return std::make_shared<Host::MemoryStream>(std::move(bytes));
 }

@@ -1,25 +1,48 @@
 #include "InfoCommand.h"
 
 #include "Files.h"
+#include "Metadata.h"
+#include "MetadataReport.h"
 
+#include <Corvane/Rasterloom/Bitmap.h>
 #include <Corvane/Rasterloom/Codecs/FormatManager.h>
 #include <Corvane/Rasterloom/Codecs/FormatReader.h>
 #include <Corvane/Rasterloom/Codecs/Frame.h>
+#include <Corvane/Rasterloom/ColorPalette.h>
+#include <Corvane/Rasterloom/ColorProfile.h>
 #include <Corvane/Rasterloom/EnumNames.h>
 
 #include <algorithm>
 #include <cstdio>
-#include <nlohmann/json.hpp>
+#include <functional>
 
 namespace Tool {
 
 using namespace Corvane::Rasterloom;
-using Json = nlohmann::ordered_json;
 
 namespace {
 
-Json DescribeFrame(Codecs::IFrame& frame) {
+using Note = std::function<void(const std::string&)>;
+
+Json DescribePalette(ColorPalette& palette) {
+    bool gray = true;
+    bool alpha = false;
+    for (const RgbColor& entry : palette.Export()) {
+        gray = gray && entry.get_R() == entry.get_G() && entry.get_G() == entry.get_B();
+        alpha = alpha || entry.get_A() != 255;
+    }
     return {
+        {"entries", palette.get_Count()}, {"gray", gray}, {"type", ToString(palette.get_Type())}, {"hasAlpha", alpha}};
+}
+
+Json DescribeProfile(ColorProfile& profile) {
+    return {{"description", profile.get_Description()},
+            {"colorSpace", ToString(profile.get_ColorSpace())},
+            {"class", ToString(profile.get_DeviceClass())}};
+}
+
+Json DescribeFrame(Codecs::IFrame& frame, const Note& note) {
+    Json described = {
         {"width", frame.get_Width()},
         {"height", frame.get_Height()},
         {"pixelFormat", ToString(frame.get_PixelFormat())},
@@ -29,19 +52,37 @@ Json DescribeFrame(Codecs::IFrame& frame) {
         {"horizontalResolution", frame.get_HorizontalResolution()},
         {"verticalResolution", frame.get_VerticalResolution()},
     };
+    if (frame.get_IsIndexed()) {
+        // The palette comes with the pixels alone.
+        try {
+            Bitmap bitmap;
+            frame.GetBitmap(&bitmap);
+            described["palette"] = DescribePalette(*bitmap.get_Palette());
+        } catch (const std::exception& exception) {
+            note(std::string("the palette cannot be read: ") + exception.what());
+        }
+    }
+    if (const auto profile = frame.get_ColorProfile()) {
+        described["profile"] = DescribeProfile(*profile);
+    }
+    return described;
 }
 
-Json DescribeFile(const std::filesystem::path& file) {
+Json DescribeFile(const std::filesystem::path& file, bool withMetadata, const Note& note) {
     const auto reader = OpenPicture(file);
     Json frames = Json::array();
     for (std::int32_t index = 0; index < reader->get_FrameCount(); ++index) {
-        frames.push_back(DescribeFrame(*reader->LoadFrame(index)));
+        frames.push_back(DescribeFrame(*reader->LoadFrame(index), note));
     }
-    return {{"file", file.string()},
-            {"format", reader->get_FormatName()},
-            {"description", reader->get_FormatDescription()},
-            {"mimeType", reader->get_MimeType()},
-            {"frames", std::move(frames)}};
+    Json described = {{"file", file.string()},
+                      {"format", reader->get_FormatName()},
+                      {"description", reader->get_FormatDescription()},
+                      {"mimeType", reader->get_MimeType()},
+                      {"frames", std::move(frames)}};
+    if (withMetadata) {
+        described["metadata"] = DescribeMetadata(ReadMetadata(*reader, note), note);
+    }
+    return described;
 }
 
 void PrintLine(Console& console, const char* label, const std::string& text) {
@@ -51,15 +92,41 @@ void PrintLine(Console& console, const char* label, const std::string& text) {
 }
 
 void PrintFrame(Console& console, const Json& frame) {
-    const auto text = [&](const char* key) { return frame.at(key).get<std::string>(); };
-    const auto number = [&](const char* key) { return std::to_string(frame.at(key).get<std::int32_t>()); };
-    PrintLine(console, "size", number("width") + " x " + number("height"));
-    PrintLine(console, "pixels", text("pixelFormat") + ", " + text("colorSpace") + ", " + number("bitsPerPixel") +
-                                     " bits" + (frame.at("hasAlpha").get<bool>() ? ", with alpha" : ""));
+    const auto text = [](const Json& object, const char* key) { return object.at(key).get<std::string>(); };
+    const auto number = [](const Json& object, const char* key) {
+        return std::to_string(object.at(key).get<std::int32_t>());
+    };
+    PrintLine(console, "size", number(frame, "width") + " x " + number(frame, "height"));
+    PrintLine(console, "pixels",
+              text(frame, "pixelFormat") + ", " + text(frame, "colorSpace") + ", " + number(frame, "bitsPerPixel") +
+                  " bits" + (frame.at("hasAlpha").get<bool>() ? ", with alpha" : ""));
     char resolution[64];
     std::snprintf(resolution, sizeof resolution, "%.2f x %.2f dpi", frame.at("horizontalResolution").get<double>(),
                   frame.at("verticalResolution").get<double>());
     PrintLine(console, "resolution", resolution);
+    if (frame.contains("palette")) {
+        const Json& palette = frame.at("palette");
+        PrintLine(console, "palette",
+                  number(palette, "entries") + " entries, " + (palette.at("gray").get<bool>() ? "gray" : "colours") +
+                      ", " + text(palette, "type") + (palette.at("hasAlpha").get<bool>() ? ", with alpha" : ""));
+    }
+    if (frame.contains("profile")) {
+        const Json& profile = frame.at("profile");
+        PrintLine(console, "profile",
+                  text(profile, "description") + ", " + text(profile, "colorSpace") + ", " + text(profile, "class"));
+    }
+}
+
+void PrintMetadata(Console& console, const Json& metadata) {
+    constexpr std::size_t nameWidth = 40;
+    for (const MetadataSection& section : ListMetadata(metadata)) {
+        console.Print("  " + section.Title);
+        for (const auto& [name, value] : section.Lines) {
+            std::string padded = "    " + name;
+            padded.resize(std::max(padded.size(), nameWidth), ' ');
+            console.Print(padded + " " + value);
+        }
+    }
 }
 
 void PrintFile(Console& console, const Json& file) {
@@ -71,28 +138,31 @@ void PrintFile(Console& console, const Json& file) {
         }
         PrintFrame(console, frames[index]);
     }
+    if (file.contains("metadata")) {
+        PrintMetadata(console, file.at("metadata"));
+    }
 }
 
 } // namespace
 
-bool RunInfo(const std::vector<std::filesystem::path>& files, bool json, Console& console) {
+bool RunInfo(const std::vector<std::filesystem::path>& files, const InfoChoices& choices, Console& console) {
     bool complete = true;
     Json all = Json::array();
     for (const std::filesystem::path& file : files) {
         try {
-            all.push_back(DescribeFile(file));
+            all.push_back(
+                DescribeFile(file, choices.Metadata, [&](const std::string& text) { console.Note(file, text); }));
+            if (!choices.Json) {
+                PrintFile(console, all.back());
+            }
         } catch (const std::exception& exception) {
             console.Fail(file, exception.what());
             complete = false;
-            continue;
-        }
-        if (!json) {
-            PrintFile(console, all.back());
         }
     }
-    if (json) {
-        // A name of a file may hold any bytes; those that are no text are shown as such.
-        console.Print(all.dump(2, ' ', false, Json::error_handler_t::replace));
+    if (choices.Json) {
+        // Names of files and texts of metadata may hold any bytes; those that are no text are shown as such.
+        console.PrintText(all.dump(2, ' ', false, Json::error_handler_t::replace));
     }
     return complete;
 }

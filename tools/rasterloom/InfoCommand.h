@@ -7,8 +7,14 @@
 
 namespace Tool {
 
+/// What is told of each file.
+struct InfoChoices {
+    bool Json = false;
+    bool Metadata = false;
+};
+
 /// Prints what each picture is, as text or as one JSON array; true when all could be opened.
-bool RunInfo(const std::vector<std::filesystem::path>& files, bool json, Console& console);
+bool RunInfo(const std::vector<std::filesystem::path>& files, const InfoChoices& choices, Console& console);
 /// Prints the list of formats.
 void RunFormats(Console& console);
 

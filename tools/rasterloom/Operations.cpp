@@ -1,9 +1,8 @@
 #include "Operations.h"
 
-#include <Corvane/Rasterloom/ColorPaletteType.h>
+#include "Conversions.h"
+
 #include <Corvane/Rasterloom/EnumNames.h>
-#include <Corvane/Rasterloom/PixelFormatUtils.h>
-#include <Corvane/Rasterloom/Transforms/PixelFormatConverter.h>
 #include <Corvane/Rasterloom/TransformsProvider.h>
 
 namespace Tool {
@@ -19,20 +18,17 @@ Operation MakeResize(const RequestedSize& requested) {
     return {"resize", [requested](Bitmap& bitmap, const Settings& settings) {
                 const RequestedSize size = requested.For(bitmap.get_Width(), bitmap.get_Height());
                 const auto mode = settings.Interpolation.value_or(Transforms::InterpolationMode::HighQuality);
+                const ProfileKeeper keeper(bitmap);
                 bitmap.get_Transforms()->Resize(size.Width, size.Height, mode);
+                keeper.Restore();
                 return Describe(bitmap) + ", " + std::string(ToString(mode));
             }};
 }
 
-namespace {
-
-RgbColor BackgroundOf(const Settings& settings) { return RgbColor(static_cast<std::int32_t>(settings.Background)); }
-
-} // namespace
-
 Operation MakeCrop(const RequestedBox& box) {
     return {"crop", [box](Bitmap& bitmap, const Settings& settings) {
-                bitmap.get_Transforms()->Crop(box.Left, box.Top, box.Width, box.Height, BackgroundOf(settings));
+                bitmap.get_Transforms()->Crop(box.Left, box.Top, box.Width, box.Height,
+                                              settings.Colors.GetBackground());
                 return Describe(bitmap);
             }};
 }
@@ -46,30 +42,33 @@ Operation MakeRotateFlip(Host::RotateFlipType mode) {
 
 Operation MakeRotate(double angle) {
     return {"rotate", [angle](Bitmap& bitmap, const Settings& settings) {
-                bitmap.get_Transforms()->Rotate(static_cast<float>(angle), BackgroundOf(settings));
+                const ProfileKeeper keeper(bitmap);
+                bitmap.get_Transforms()->Rotate(static_cast<float>(angle), settings.Colors.GetBackground());
+                keeper.Restore();
                 return Describe(bitmap);
             }};
 }
 
 Operation MakePixelFormat(PixelFormat format) {
-    return {"convert", [format](Bitmap& bitmap, const Settings& settings) {
-                if (format != bitmap.get_PixelFormat()) {
-                    Transforms::PixelFormatConverter converter;
-                    converter.set_DestinationPixelFormat(format);
-                    if (PixelFormatUtils::IsIndexed(format)) {
-                        converter.set_PaletteType(settings.Palette);
-                        converter.set_PaletteEntryCount(settings.PaletteEntryCount != 0
-                                                            ? settings.PaletteEntryCount
-                                                            : 1 << PixelFormatUtils::BitsPerPixel(format));
-                        converter.set_ColorQuantizationAlgorithm(settings.Quantizer);
-                        converter.set_Dithering(settings.Dithering);
-                        converter.set_DitheringIntensity(static_cast<float>(settings.DitheringPercent / 100));
-                    }
-                    const auto forward = converter.Progress.Subscribe(
-                        [&](ProgressEventArgs& args) { bitmap._OnProgress(&converter, args); });
-                    converter.ApplyTransform(bitmap);
-                }
+    return {"convert",
+            [format](Bitmap& bitmap, const Settings& settings) {
+                ConvertPixels(bitmap, format, settings.Colors);
                 return Describe(bitmap);
+            },
+            format};
+}
+
+Operation MakeIndexed() {
+    return {"palette", [](Bitmap& bitmap, const Settings& settings) {
+                ConvertPixels(bitmap, SmallestIndexedFormat(settings.Colors), settings.Colors);
+                return Describe(bitmap) + ", " + std::to_string(bitmap.get_Palette()->get_Count()) + " entries";
+            }};
+}
+
+Operation MakeProfile() {
+    return {"profile", [](Bitmap& bitmap, const Settings& settings) {
+                ConvertToProfile(bitmap, settings.Colors);
+                return Describe(bitmap) + ", " + bitmap.get_ColorProfile()->get_Description();
             }};
 }
 

@@ -1,5 +1,6 @@
 #include "SaveChoices.h"
 
+#include <Corvane/Rasterloom/Codecs/BmpEncoderOptions.h>
 #include <Corvane/Rasterloom/Codecs/FormatManager.h>
 #include <Corvane/Rasterloom/Codecs/JpegEncoderOptions.h>
 #include <Corvane/Rasterloom/Codecs/PngEncoderOptions.h>
@@ -14,6 +15,9 @@ std::unique_ptr<Codecs::EncoderOptions> SaveChoices::For(std::int64_t format) co
         if (Quality) {
             jpeg->set_Quality(*Quality);
         }
+        if (RestartInterval) {
+            jpeg->set_RestartInterval(*RestartInterval);
+        }
         jpeg->set_IsProgressive(Progressive);
         jpeg->set_ChromaSubsamplingEnabled(ChromaSubsampling);
     }
@@ -22,6 +26,12 @@ std::unique_ptr<Codecs::EncoderOptions> SaveChoices::For(std::int64_t format) co
         if (CompressionLevel) {
             png->set_CompressionLevel(*CompressionLevel);
         }
+        if (Filter) {
+            png->set_Filter(*Filter);
+        }
+    }
+    if (auto* const bmp = dynamic_cast<Codecs::BmpEncoderOptions*>(options.get()); bmp != nullptr && RunLengths) {
+        bmp->set_Compression(Codecs::CompressionType::Rle);
     }
     return options;
 }

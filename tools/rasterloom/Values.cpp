@@ -9,12 +9,15 @@ namespace Tool {
 
 namespace {
 
-template <class Number> bool ParseWhole(std::string_view text, Number& value) {
+template <class Number>
+bool ParseWhole(std::string_view text, Number& value) {
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     return error == std::errc() && end == text.data() + text.size();
 }
 
-bool ParseSide(std::string_view text, std::int32_t& side) { return text.empty() || (ParseWhole(text, side) && side > 0); }
+bool ParseSide(std::string_view text, std::int32_t& side) {
+    return text.empty() || (ParseWhole(text, side) && side > 0);
+}
 
 } // namespace
 
@@ -39,6 +42,17 @@ RequestedSize RequestedSize::For(std::int32_t width, std::int32_t height) const 
         return static_cast<std::int32_t>(std::max(1.0, std::round(side * Percent / 100.0)));
     };
     return {scaled(width), scaled(height), 0};
+}
+
+RequestedSize RequestedSize::Within(std::int32_t width, std::int32_t height) const {
+    double scale = 1;
+    if (Width > 0) {
+        scale = std::min(scale, static_cast<double>(Width) / width);
+    }
+    if (Height > 0) {
+        scale = std::min(scale, static_cast<double>(Height) / height);
+    }
+    return RequestedSize{0, 0, scale * 100}.For(width, height);
 }
 
 std::optional<RequestedBox> RequestedBox::Parse(const std::string& text) {

@@ -16,6 +16,8 @@ struct RequestedSize {
     static std::optional<RequestedSize> Parse(const std::string& text);
     /// The size for a picture of the given one.
     RequestedSize For(std::int32_t width, std::int32_t height) const;
+    /// The size of a picture of the given one, reduced to fit into this one as a box; a side of 0 is free.
+    RequestedSize Within(std::int32_t width, std::int32_t height) const;
 };
 
 /// "LEFT,TOP,WIDTH,HEIGHT" in pixels; left and top may be negative.

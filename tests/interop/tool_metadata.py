@@ -1,0 +1,160 @@
+#!/usr/bin/env python3
+"""What the program carries from file to file, judged by exiftool. Usage: tool_metadata.py RASTERLOOM PICTURE.bmp"""
+import json
+import struct
+
+import tool_profiles
+from tool_support import PICTURE, ToolCase, main, run, tool
+
+
+def tags(file, *options):
+    """All tags that exiftool finds, by group and name; numbers, and binary data by their bytes."""
+    listed = json.loads(run("exiftool", "-j", "-a", "-u", "-n", "-b", "-G1", "-struct", *options, file))[0]
+    return {key: value for key, value in listed.items() if not key.startswith(("SourceFile", "System:", "ExifTool:", "File:"))}
+
+
+class MetadataTest(ToolCase):
+    def setUp(self):
+        super().setUp()
+        self.photo = self.path / "photo.jpg"
+        run("convert", PICTURE, "-quality", "90", self.photo)
+        (self.path / "thumb.jpg").write_bytes(run("convert", PICTURE, "-resize", "160x120!", "jpg:-"))
+        (self.path / "big.icc").write_bytes(tool_profiles.rgb("test", tool_profiles.SRGB, size=200000))
+        # A maker note is bytes to us; tag 0xC4A5 stands for those that EXIF 2.2 does not know.
+        run("exiftool", "-q", "-overwrite_original", "-n", "-Make=Maker", "-Model=Model", "-Orientation=1",
+            "-ExposureTime=0.004", "-FNumber=5.6", "-ISO=200", "-DateTimeOriginal=2024:05:06 07:08:09",
+            "-ExifImageWidth=720", "-ExifImageHeight=480", "-ColorSpace=1", "-GPSLatitude=47.5", "-GPSLatitudeRef=N",
+            "-GPSLongitude=8.25", "-GPSLongitudeRef=E", "-EXIF:OwnerName=Owner", "-EXIF:LensModel=Lens",
+            "-IFD0:XPTitle=Title", "-UserComment=comment", f"-ThumbnailImage<={self.path / 'thumb.jpg'}",
+            "-IPTC:Keywords=lake", "-IPTC:Keywords=hill", "-IPTC:City=Zürich", "-IPTC:Caption-Abstract=Two lines",
+            "-XMP-dc:Title=A title", "-XMP-dc:Subject=lake", "-XMP-dc:Subject=hill", "-XMP-xmp:Rating=4",
+            "-Photoshop:CopyrightFlag=1", "-Photoshop:URL=http://example.org", f"-icc_profile<={self.path / 'big.icc'}",
+            self.photo)
+        self.insert_maker_note()
+
+    def insert_maker_note(self):
+        """exiftool makes no maker notes: one takes the place of the user comment, which has the same shape."""
+        data = self.photo.read_bytes()
+        for order in (">HH", "<HH"):
+            entry = struct.pack(order, 0x9286, 7)
+            if entry in data:
+                data = data.replace(entry, struct.pack(order, 0x927C, 7), 1)
+        self.photo.write_bytes(data)
+
+    def convert(self, name, *options):
+        out = self.path / name
+        self.succeed("convert", "-f", self.photo, out, *options)
+        return out
+
+    def test_everything_survives_a_conversion(self):
+        before = tags(self.photo)
+        self.assertTrue({"GPS:GPSLatitude", "ExifIFD:LensModel", "IFD0:XPTitle", "IPTC:Keywords", "XMP-dc:Subject",
+                         "Photoshop:URL", "IFD1:ThumbnailImage"} <= before.keys(), before.keys())
+        out = self.convert("out.jpg")
+        after = tags(out)
+        # Offsets are places in the file; resolution and chroma are those of the new JPEG.
+        changing = {"IFD1:ThumbnailOffset", "IFD1:ThumbnailLength", "IFD0:YCbCrPositioning", "IFD0:XResolution",
+                    "IFD0:YResolution", "IFD0:ResolutionUnit", "IFD1:XResolution", "IFD1:YResolution",
+                    "IFD1:ResolutionUnit", "IFD1:Compression"}
+        lost = {key: value for key, value in before.items()
+                if after.get(key) != value and key not in changing and not key.startswith(("JFIF", "Composite"))}
+        self.assertEqual(lost, {})
+        self.assertEqual(run("exiftool", "-icc_profile", "-b", out), (self.path / "big.icc").read_bytes())
+        self.assertEqual(run("exiftool", "-MakerNoteUnknownBinary", "-b", "-u", out),
+                         run("exiftool", "-MakerNoteUnknownBinary", "-b", "-u", self.photo))
+        complaints = run("exiftool", "-validate", "-warning", "-a", "-s3", out).decode()
+        self.assertNotIn("Error", complaints)
+        self.assertIn(b"[minor]", complaints.encode() + b"[minor]")
+
+    def test_metadata_follows_changed_pixels(self):
+        out = self.convert("half.jpg", "--resize", "50%")
+        after = tags(out)
+        self.assertEqual((after["ExifIFD:ExifImageWidth"], after["ExifIFD:ExifImageHeight"]), (360, 240))
+        thumbnail = run("exiftool", "-ThumbnailImage", "-b", out)
+        self.assertEqual(run("identify", "-format", "%wx%h", "jpg:-", data=thumbnail), b"160x107")
+        # It shows what the picture shows now: the left half of it.
+        out = self.convert("crop.jpg", "--crop", "0,0,360,480")
+        thumbnail = run("exiftool", "-ThumbnailImage", "-b", out)
+        self.assertEqual(run("identify", "-format", "%wx%h", "jpg:-", data=thumbnail), b"120x160")
+        (self.path / "t.jpg").write_bytes(thumbnail)
+        small = run("convert", out, "-resize", "120x160!", self.path / "s.jpg")
+        difference = run("convert", self.path / "t.jpg", self.path / "s.jpg", "-metric", "RMSE", "-compare", "-format",
+                         "%[distortion]", "info:")
+        self.assertLess(float(difference), 0.05, small)
+        # None where the picture is no larger.
+        self.assertNotIn("IFD1:ThumbnailImage", tags(self.convert("tiny.jpg", "--resize", "100x")))
+        self.assertEqual(tags(self.convert("tiny.jpg", "--resize", "100x"))["ExifIFD:LensModel"], "Lens")
+
+    def test_thumbnails_carry_the_same(self):
+        out = self.path / "small.jpg"
+        self.succeed("thumbnail", self.photo, out, "--size", "300x300")
+        after = tags(out)
+        self.assertEqual(run("identify", "-format", "%wx%h %r", out), b"300x200 DirectClass sRGB ")
+        for key in ("GPS:GPSLatitude", "IPTC:Keywords", "XMP-dc:Subject", "Photoshop:URL", "ExifIFD:LensModel"):
+            self.assertIn(key, after)
+        self.assertEqual(run("exiftool", "-icc_profile", "-b", out), (self.path / "big.icc").read_bytes())
+        png = self.path / "small.png"
+        self.succeed("thumbnail", self.photo, png, "--size", "300x300")
+        self.assertEqual(run("exiftool", "-icc_profile", "-b", png), (self.path / "big.icc").read_bytes())
+        self.assertEqual(run("identify", "-format", "%[channels]", png), b"srgb")
+
+    def test_strip_leaves_pixels_alone(self):
+        for name in ("out.jpg", "out.png"):
+            left = tags(self.convert(name, "--strip"))
+            self.assertEqual([key for key in left if not key.startswith(("JFIF", "PNG", "Composite"))], [], name)
+
+    def test_orientation_is_carried_told_or_applied(self):
+        for orientation in range(1, 9):
+            run("exiftool", "-q", "-overwrite_original", "-n", f"-Orientation={orientation}", self.photo)
+            out = self.path / "out.jpg"
+            self.succeed("convert", "-f", self.photo, out)
+            self.assertEqual(tags(out)["IFD0:Orientation"], orientation)
+            told = self.note("convert", "-f", self.photo, self.path / "out.bmp")
+            self.assertEqual("orientation" in told, orientation != 1)
+            self.succeed("convert", "-f", "--auto-orient", self.photo, self.path / "out.ppm.png", "--strip")
+            self.succeed("convert", "-f", "--auto-orient", self.photo, out)
+            self.assertEqual(tags(out)["IFD0:Orientation"], 1)
+            run("convert", self.photo, "-auto-orient", "-strip", self.path / "theirs.png")
+            distance = run("convert", self.path / "out.ppm.png", self.path / "theirs.png", "-metric", "AE", "-compare",
+                           "-format", "%[distortion]", "info:")
+            self.assertLess(float(distance), 0.02, orientation)
+            # The box is for what is seen.
+            self.succeed("thumbnail", "-f", "--auto-orient", self.photo, self.path / "t.png", "--size", "90x90")
+            size = run("identify", "-format", "%wx%h", self.path / "t.png")
+            self.assertEqual(size, b"60x90" if orientation >= 5 else b"90x60")
+
+    def test_info_names_every_entry(self):
+        text = self.succeed("info", "--metadata", self.photo)
+        for part in ("EXIF", "Image input equipment manufacturer", "Maker", "1/250", "Lens", "IPTC", "Zürich", "lake, hill",
+                     "XMP", "dc:title[x-default]", "dc:subject[2]", "image resources", "Copyright flag", "160 x 120",
+                     "profile      test, Rgb"):
+            self.assertIn(part, text)
+        described = json.loads(self.succeed("info", "--json", "--metadata", self.photo))[0]
+        self.assertEqual(described["frames"][0]["profile"]["description"], "test")
+        metadata = described["metadata"]
+        by_name = {entry["name"]: entry["value"] for entry in metadata["exif"]}
+        self.assertEqual(by_name["Image input equipment manufacturer"], "Maker")
+        self.assertEqual(by_name["Tag 0xA434"], "Lens")
+        self.assertEqual({entry["name"]: entry["value"] for entry in metadata["iptc"]}["Keyword"], ["lake", "hill"])
+        self.assertEqual(metadata["xmp"]["dc:title"], {"x-default": "A title"})
+        self.assertEqual(metadata["xmp"]["dc:subject"], ["lake", "hill"])
+
+    def test_broken_metadata_stops_no_pixels(self):
+        data = self.photo.read_bytes()
+        at = data.index(b"Exif\0\0") + 6
+        broken = self.path / "broken.jpg"
+        broken.write_bytes(data[:at] + b"XX" + data[at + 2:])
+        out = self.path / "out.jpg"
+        result = tool("convert", broken, out)
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertEqual(result.stderr.count("\n"), 1)
+        self.assertIn("EXIF", result.stderr)
+        self.assertIn("XMP-dc:Subject", tags(out))
+
+    def test_a_terminal_is_safe_from_metadata(self):
+        run("exiftool", "-q", "-overwrite_original", "-Artist=red\x1b[31m\x07", "-E", self.photo)
+        self.assertNotIn("\x1b", self.succeed("info", "--metadata", self.photo))
+
+
+if __name__ == "__main__":
+    main("exiftool", "convert", "identify")
