@@ -3,7 +3,6 @@
 #include <Corvane/Rasterloom/BitmapData.h>
 #include <Corvane/Rasterloom/Codecs/PngEncoderOptions.h>
 #include <Corvane/Rasterloom/ColorManagementProvider.h>
-#include <Corvane/Rasterloom/Transforms/PixelFormatConverter.h>
 #include <Corvane/Rasterloom/TransformsProvider.h>
 
 #include <algorithm>
@@ -22,6 +21,25 @@ constexpr std::uint8_t Ink[3] = {48, 32, 24}; // blue, green, red
 Color Paper() { return Color::FromRgb(240, 242, 246); }
 
 std::uint8_t* Row(BitmapData& view, std::int32_t y) { return view.get_Scan0() + std::ptrdiff_t{view.get_Stride()} * y; }
+
+/// Lays a picture with alpha over the squares that stand for nothing.
+void LayOverChecks(Bitmap& picture) {
+    if (!picture.get_HasAlpha()) {
+        return;
+    }
+    picture.get_ColorManagement()->Convert(PixelFormat::Format32bppArgb);
+    const auto view = picture.LockBits();
+    for (std::int32_t y = 0; y < view->get_Height(); ++y) {
+        for (std::int32_t x = 0; x < view->get_Width(); ++x) {
+            std::uint8_t* const pixel = Row(*view, y) + std::ptrdiff_t{4} * x;
+            const std::int32_t square = (x / 8 + y / 8) % 2 == 0 ? 255 : 215;
+            for (std::int32_t i = 0; i < 3; ++i) {
+                pixel[i] = static_cast<std::uint8_t>((pixel[i] * pixel[3] + square * (255 - pixel[3])) / 255);
+            }
+            pixel[3] = 255;
+        }
+    }
+}
 
 void Paste(Bitmap& sheet, Bitmap& picture, std::int32_t left, std::int32_t top) {
     const auto from = picture.LockBits();
@@ -42,10 +60,8 @@ void Sheet::AddHeading(const std::string& text) { m_cells.push_back({nullptr, te
 
 void Sheet::Add(Bitmap& picture, const std::string& label) {
     auto copy = picture.Clone();
-    Transforms::PixelFormatConverter converter(PixelFormat::Format24bppRgb);
-    converter.set_BackgroundEnabled(true);
-    converter.set_BackgroundColor(Paper());
-    converter.ApplyTransform(*copy);
+    LayOverChecks(*copy);
+    copy->get_ColorManagement()->Convert(PixelFormat::Format24bppRgb);
     const std::int32_t width = std::min(m_cellWidth, copy->get_Width());
     const std::int32_t height = std::min(m_cellHeight, copy->get_Height());
     copy->get_Transforms()->Crop((copy->get_Width() - width) / 2, (copy->get_Height() - height) / 2, width, height);

@@ -16,7 +16,7 @@ public:
 
     /// Begins a new row under a line of text.
     void AddHeading(const std::string& text);
-    /// Puts the middle of a picture into the next cell; alpha is laid over the paper. The label may have several lines.
+    /// Puts the middle of a picture into the next cell; alpha is laid over checks. The label may have several lines.
     void Add(Corvane::Rasterloom::Bitmap& picture, const std::string& label);
     void Save(const std::filesystem::path& fileName);
 

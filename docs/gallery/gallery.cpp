@@ -67,32 +67,35 @@ std::unique_ptr<Bitmap> ZonePlate(std::int32_t size) {
 }
 
 void DrawResizing() {
-    Sheet sheet(s_letters, 6, 200, 150);
+    Sheet sheet(s_letters, 7, 160, 120);
     Bitmap detail(s_pictures / "lake.bmp");
-    detail.get_Transforms()->Crop(340, 165, 40, 30);
+    detail.get_Transforms()->Crop(130, 246, 40, 30);
     Bitmap text(s_pictures / "text.bmp");
-    text.get_Transforms()->Crop(30, 40, 600, 450);
+    text.get_Transforms()->Crop(30, 40, 480, 360);
     const auto resize = [&](Bitmap& source, InterpolationMode mode, std::int32_t width) {
         auto result = source.Clone();
-        result->get_Transforms()->Resize(width, 150, mode);
+        result->get_Transforms()->Resize(width, 120, mode);
         return result;
     };
-    sheet.AddHeading("Five times larger: 40 x 30 to 200 x 150");
+    sheet.AddHeading("Four times larger: 40 x 30 to 160 x 120");
     for (const auto& mode : Modes()) {
-        sheet.Add(*resize(detail, mode.Value, 200), std::string(mode.Name));
+        sheet.Add(*resize(detail, mode.Value, 160), std::string(mode.Name));
     }
     sheet.AddHeading("A third of the size: a page of text");
-    sheet.Add(*resize(text, InterpolationMode::ScaleToGray, 200), "ScaleToGray\n(of the 1-bit page)");
+    sheet.Add(*resize(text, InterpolationMode::ScaleToGray, 160), "ScaleToGray, 1 bit");
     text.get_ColorManagement()->Convert(PixelFormat::Format8bppGrayScale);
     for (const auto& mode : Modes()) {
-        sheet.Add(*resize(text, mode.Value, 200), std::string(mode.Name));
-    }
-    sheet.AddHeading("A third of the size: rings up to the finest that pixels can show. What is not gray outside is false");
-    const auto plate = ZonePlate(450);
-    for (const auto& mode : Modes()) {
-        sheet.Add(*resize(*plate, mode.Value, 150), std::string(mode.Name));
+        sheet.Add(*resize(text, mode.Value, 160), std::string(mode.Name));
     }
     sheet.Save(s_out / "resizing.png");
+
+    Sheet rings(s_letters, 6, 160, 120);
+    rings.AddHeading("A third of the size: rings up to the finest that pixels can show. What is not gray outside is false");
+    const auto plate = ZonePlate(360);
+    for (const auto& mode : Modes()) {
+        rings.Add(*resize(*plate, mode.Value, 120), std::string(mode.Name));
+    }
+    rings.Save(s_out / "resizing-rings.png");
 }
 
 std::shared_ptr<Host::Stream> ToStream(Bitmap& bitmap) {
@@ -103,17 +106,17 @@ std::shared_ptr<Host::Stream> ToStream(Bitmap& bitmap) {
 }
 
 void DrawThumbnails() {
-    Sheet sheet(s_letters, 4, 260, 195);
-    const auto plate = ZonePlate(780);
+    Sheet sheet(s_letters, 4, 220, 165);
+    const auto plate = ZonePlate(660);
     Bitmap text(s_pictures / "text.bmp");
     Bitmap lake(s_pictures / "lake.bmp");
-    for (const auto& [source, heading] : {std::pair{plate.get(), "Rings, 780 x 780"}, std::pair{&text, "A page of text, 1000 x 740, 1 bit"},
+    for (const auto& [source, heading] : {std::pair{plate.get(), "Rings, 660 x 660"}, std::pair{&text, "A page of text, 1000 x 740, 1 bit"},
                                           std::pair{&lake, "A picture, 720 x 480"}}) {
         sheet.AddHeading(heading);
         for (const auto mode : {InterpolationMode::NearestNeighbour, InterpolationMode::Anisotropic4,
                                 InterpolationMode::Anisotropic9, InterpolationMode::Lanczos3Filter}) {
             Bitmap thumbnail;
-            thumbnail.LoadThumbnail(ToStream(*source), 260, 195, mode);
+            thumbnail.LoadThumbnail(ToStream(*source), 220, 165, mode);
             sheet.Add(thumbnail, std::string(ToString(mode)));
         }
     }
@@ -157,7 +160,7 @@ void DrawCrop() {
     const auto clear = lake->Clone();
     clear->get_ColorManagement()->Convert(PixelFormat::Format32bppArgb);
     clear->get_Transforms()->Crop(-20, -20, 280, 200);
-    sheet.Add(*clear, "the same with alpha\ntransparent around the picture");
+    sheet.Add(*clear, "the same with alpha,\ntransparent around the picture");
     const auto indexed = lake->Clone();
     indexed->get_ColorManagement()->Convert(PixelFormat::Format4bppIndexed);
     indexed->get_Transforms()->Crop(-20, -20, 280, 200, RgbColor::OrangeRed);
@@ -166,9 +169,9 @@ void DrawCrop() {
 }
 
 void DrawPixelFormats() {
-    const auto lake = Lake(240);
-    Sheet sheet(s_letters, 4, 240, 160);
-    sheet.AddHeading("Converted to each format (shown in 8 bits)");
+    const auto lake = Lake(210);
+    Sheet sheet(s_letters, 4, 210, 140);
+    sheet.AddHeading("Converted to each format, and back to be shown: by formula, inks come back weaker");
     for (const auto& format : EnumNames<PixelFormat>()) {
         const auto converted = lake->Clone();
         try {
@@ -220,8 +223,8 @@ void DrawQuantizers() {
 }
 
 void DrawDithering() {
-    const auto lake = Lake(240);
-    Sheet sheet(s_letters, 4, 240, 160);
+    const auto lake = Lake(200);
+    Sheet sheet(s_letters, 6, 200, 133);
     for (const auto& [bits, heading] : {std::pair{4, "To 16 colours of its own"}, std::pair{1, "To black and white"}}) {
         sheet.AddHeading(heading);
         for (const auto& dithering : EnumNames<DitheringType>()) {
@@ -267,30 +270,29 @@ void DrawProfiles() {
     const auto narrow = WithPrimaries({{{23400, 14700, 4600}, {24300, 35500, 14300}, {15490, 15336, 35161}}});
     const std::shared_ptr<ColorProfile> srgb = ColorProfile::FromSrgb();
     const auto lake = Lake(240);
-    Sheet sheet(s_letters, 5, 240, 160);
+    Sheet sheet(s_letters, 4, 240, 160);
     const auto convert = [&](const std::shared_ptr<ColorProfile>& from, const std::shared_ptr<ColorProfile>& to,
-                             ColorTransformationIntent intent, const std::shared_ptr<ColorProfile>& proof) {
+                             const std::shared_ptr<ColorProfile>& proof) {
         auto picture = lake->Clone();
         picture->set_ColorProfile(from);
         const auto management = picture->get_ColorManagement();
         management->set_ColorManagementEngine(ColorManagementEngine::LittleCms);
         management->set_RgbColorProfile(to);
-        management->set_TransformationIntent(intent);
+        management->set_TransformationIntent(ColorTransformationIntent::RelativeColorimetric);
         management->set_TargetColorProfile(proof);
         management->Convert(PixelFormat::Format24bppRgb);
         picture->set_ColorProfile(nullptr);
         return picture;
     };
-    constexpr auto relative = ColorTransformationIntent::RelativeColorimetric;
     sheet.AddHeading("The same numbers, read by three profiles and shown in sRGB; a proof of the narrow space");
     sheet.Add(*lake, "sRGB");
-    sheet.Add(*convert(wide, srgb, relative, nullptr), "a wide space");
-    sheet.Add(*convert(narrow, srgb, relative, nullptr), "a narrow space");
-    sheet.Add(*convert(srgb, srgb, relative, narrow), "proof: sRGB, on the narrow one");
-    sheet.AddHeading("The wide picture brought into the narrow space, by each intent (the numbers, shown as they are)");
-    for (const auto& intent : EnumNames<ColorTransformationIntent>()) {
-        sheet.Add(*convert(wide, narrow, intent.Value, nullptr), std::string(intent.Name));
-    }
+    sheet.Add(*convert(wide, srgb, nullptr), "a wide space");
+    sheet.Add(*convert(narrow, srgb, nullptr), "a narrow space");
+    sheet.Add(*convert(srgb, srgb, narrow), "a proof of the narrow one");
+    sheet.AddHeading("The numbers that each kind of screen must be sent to show the first picture");
+    sheet.Add(*convert(srgb, srgb, nullptr), "sRGB");
+    sheet.Add(*convert(srgb, wide, nullptr), "a wide space");
+    sheet.Add(*convert(srgb, narrow, nullptr), "a narrow space");
     sheet.Save(s_out / "profiles.png");
 }
 
@@ -308,12 +310,12 @@ void DrawMetadataThumbnails() {
     Sheet sheet(s_letters, 3, 280, 190);
     Codecs::JpegReader reader(file);
     sheet.Add(*std::get<std::shared_ptr<Bitmap>>(reader.get_Exif()->get_Item(Codecs::ExifDictionary::Thumbnail)),
-              "the thumbnail in the EXIF block,\n160 x 107, nothing else decoded");
+              "the one in the EXIF block,\n160 x 107");
     for (const bool fast : {false, true}) {
         reader.set_FastThumbnails(fast);
         Bitmap decoded;
         reader.LoadFrame(0)->GetThumbnail(&decoded, 280, 190);
-        sheet.Add(decoded, fast ? "reduced by the JPEG decoder first,\n280 wide" : "reduced while it was decoded,\n280 wide");
+        sheet.Add(decoded, fast ? "reduced by the decoder first,\n280 x 187" : "reduced while it was decoded,\n280 x 187");
     }
     sheet.Save(s_out / "metadata-thumbnails.png");
 }

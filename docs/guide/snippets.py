@@ -48,7 +48,7 @@ def main():
         fresh = BLOCK.sub(block, text)
         if update:
             page.write_text(fresh, encoding="utf-8")
-        for target in LINK.findall(fresh):
+        for target in LINK.findall(re.sub(r"```.*?```", "", fresh, flags=re.S)):
             picture = page.parent / target
             if update and len(sys.argv) > 2 and target.startswith("pictures/") and page.parent == GUIDE:
                 source = pathlib.Path(sys.argv[2]) / page.stem / picture.name.removeprefix(page.stem + "-")

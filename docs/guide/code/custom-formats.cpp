@@ -7,6 +7,7 @@
 #include <Corvane/Rasterloom/Codecs/CustomFormatWriter.h>
 #include <Corvane/Rasterloom/Codecs/FormatManager.h>
 #include <Corvane/Rasterloom/Exceptions.h>
+#include <Corvane/Rasterloom/TransformsProvider.h>
 
 #include <array>
 #include <cstring>
@@ -79,6 +80,10 @@ protected:
             UpdateEvents(); // progress, abort and time limit
         }
         bitmap.UnlockBits(view);
+        if (GetLoadingMode() == LoadingMode::Thumbnail) { // a side of 0 is free
+            bitmap.get_Transforms()->Resize(GetThumbnailWidthToLoad(), GetThumbnailHeightToLoad(),
+                                            Transforms::ResizeMode::Shrink);
+        }
         SetLoadedBitmap(&bitmap);
     }
 
