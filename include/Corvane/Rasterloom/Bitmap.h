@@ -38,24 +38,27 @@ class EncoderOptions;
 
 /// A raster that a host holds: pixels of one format with resolutions and, for indexed formats, a palette.
 ///
-/// Loading, saving and the operations of the providers work on it; each replaces the raster as a whole when it is complete,
-/// so a failure leaves the raster as it was. Public members take the object's lock, one at a time; a wait longer than
-/// `Timeout` fails with `TimeoutException`, a second call on the thread that holds the lock with `ObjectLockedException`.
-/// While a view from `LockBits` is out, members that need the raster fail with `BitmapLockedException`. Engine failures
-/// arrive as the public classes. After `Dispose` members fail with `Host::ObjectDisposedException`.
+/// Loading, saving and the operations of the providers work on it; each replaces the raster as a whole when it is
+/// complete, so a failure leaves the raster as it was. Public members take the object's lock, one at a time; a wait
+/// longer than `Timeout` fails with `TimeoutException`, a second call on the thread that holds the lock with
+/// `ObjectLockedException`. While a view from `LockBits` is out, members that need the raster fail with
+/// `BitmapLockedException`. Engine failures arrive as the public classes. After `Dispose` members fail with
+/// `Host::ObjectDisposedException`.
 ///
 /// Neither copied nor moved; `Clone` makes a deep copy.
 class RASTERLOOM_API Bitmap : public UnitConverterObject {
 public:
     /// An empty bitmap.
     Bitmap();
-    /// A zeroed raster; sizes in pixels. An indexed format gets a default palette. Fails as `Create` does.
+    /// A zeroed raster, or one filled with the background; sizes in pixels. An indexed format gets a default palette.
+    /// Fails as `Create` does.
     Bitmap(std::int32_t width, std::int32_t height, PixelFormat format);
     Bitmap(const Color& background, std::int32_t width, std::int32_t height, PixelFormat format);
     /// An indexed format needs the palette, of at most 2^bits entries; it is copied.
     Bitmap(std::int32_t width, std::int32_t height, PixelFormat format, const ColorPalette* palette);
     Bitmap(const Color& background, std::int32_t width, std::int32_t height, PixelFormat format,
            const ColorPalette* palette);
+    /// As `Load`.
     explicit Bitmap(const std::filesystem::path& fileName);
     explicit Bitmap(std::shared_ptr<Host::Stream> stream);
     /// From samples, as `Load` of an array.
@@ -71,22 +74,28 @@ public:
     Bitmap& operator=(const Bitmap&) = delete;
 
     /// @name Events
-    /// They are raised outside the lock, but for `Progress`, whose handlers run while the bitmap is locked: they may call
-    /// `Abort`, and no other member. Handlers of the others may call back into the bitmap. A failure in a handler of
-    /// `Changing` or `Saving` reaches the caller and stops the operation before it begins.
+    /// They are raised outside the lock, but for `Progress`, whose handlers run while the bitmap is locked: they may
+    /// call `Abort`, and no other member. Handlers of the others may call back into the bitmap. A failure in a handler
+    /// of `Changing` or `Saving` reaches the caller and stops the operation before it begins.
     /// @{
+    /// How far the operation under way has come.
     Host::Event<ProgressEventArgs> Progress;
+    /// The raster is about to be written; a handler may cancel.
     Host::Event<BitmapSavingEventArgs> Saving;
+    /// The raster was written.
     Host::Event<EventArgs> Saved;
+    /// The raster is about to change; a handler may cancel.
     Host::Event<BitmapChangingEventArgs> Changing;
+    /// The raster has changed.
     Host::Event<BitmapChangedEventArgs> Changed;
     /// @}
 
-    /// Replaces the raster by a zeroed one; `Changing` and `Changed` tell `CreateNew`. The resolutions stay.
+    /// Replaces the raster by a zeroed one, or one filled with the background; `Changing` and `Changed` tell
+    /// `CreateNew`. The resolutions stay.
     ///
-    /// Failures, all before the old raster is dropped: a size not above 0 `Host::ArgumentOutOfRangeException`, an unknown
-    /// format `Host::ArgumentException`, an indexed format with a null palette `Host::ArgumentNullException`, a palette of
-    /// more than 2^bits entries `Host::ArgumentException`.
+    /// Failures, all before the old raster is dropped: a size not above 0 `Host::ArgumentOutOfRangeException`, an
+    /// unknown format `Host::ArgumentException`, an indexed format with a null palette `Host::ArgumentNullException`, a
+    /// palette of more than 2^bits entries `Host::ArgumentException`.
     void Create(std::int32_t width, std::int32_t height, PixelFormat format);
     void Create(const Color& background, std::int32_t width, std::int32_t height, PixelFormat format);
     void Create(std::int32_t width, std::int32_t height, PixelFormat format, const ColorPalette* palette);
@@ -117,8 +126,8 @@ public:
                        Transforms::InterpolationMode interpolationMode);
     void LoadThumbnail(const std::shared_ptr<Host::Stream>& stream, std::int32_t width, std::int32_t height,
                        Transforms::InterpolationMode interpolationMode);
-    /// Writes in the format of the extension. The file is replaced when the new one is complete; a failure leaves the old
-    /// file as it was.
+    /// Writes in the format of the extension. The file is replaced when the new one is complete; a failure leaves the
+    /// old file as it was.
     void Save(const std::filesystem::path& fileName);
     /// Writes in the options' format. Null options fail with `Host::ArgumentNullException`.
     void Save(const std::filesystem::path& fileName, const Codecs::EncoderOptions* options);
@@ -129,15 +138,17 @@ public:
     void Clear(const Color& color);
     /// Makes the bitmap empty.
     void Unload();
+    /// A deep copy: raster, palette, profile and resolutions.
     std::unique_ptr<Bitmap> Clone();
     /// A black `Format8bppGrayScale` bitmap of the same size.
     std::unique_ptr<Bitmap> GetEmptyMask();
-    /// Asks the operation under way to stop at its next step, where it fails with `AbortedException`. Takes no lock: any
-    /// thread may call it, and handlers of `Progress` may.
+    /// Asks the operation under way to stop at its next step, where it fails with `AbortedException`. Takes no lock:
+    /// any thread may call it, and handlers of `Progress` may.
     void Abort() noexcept;
     /// Ends a view that is out, then the bitmap itself.
     void Dispose();
 
+    /// True while there is no raster.
     bool get_IsEmpty();
     /// In pixels; 0 when empty.
     std::int32_t get_Width();
@@ -147,30 +158,44 @@ public:
     float get_LogicalHeight();
     /// Bytes of the raster's scanlines.
     std::int64_t get_MemoryUsed();
+    /// `FormatUnknown` when empty. What follows is read from the format, and is 0 or false when empty.
     PixelFormat get_PixelFormat();
+    /// The colour space of the pixel format; RGB for indexed ones.
     ColorSpace get_ColorSpace();
+    /// Bits of one pixel, alpha and unused ones included.
     std::int32_t get_BitsPerPixel();
+    /// Whether the format has an alpha channel; the entries of a palette do not count.
     bool get_HasAlpha();
+    /// Whether pixels are in cyan, magenta, yellow and black.
     bool get_IsCmyk();
+    /// Whether pixels are gray.
     bool get_IsGrayScale();
+    /// Whether pixels are in red, green and blue, or indices of such.
     bool get_IsRgb();
+    /// Whether channels have 16 bits.
     bool get_IsExtended();
+    /// Whether pixels are indices into the palette.
     bool get_IsIndexed();
     /// Set by every change; the host may set it.
     bool get_Modified();
     void set_Modified(bool modified);
     /// The palette of an indexed raster, null without one. Changes to it change the bitmap.
     std::shared_ptr<ColorPalette> get_Palette();
-    /// Replaces the palette of an indexed raster by a copy; more than 2^bits entries fail with `Host::ArgumentException`.
+    /// Replaces the palette of an indexed raster by a copy; more than 2^bits entries fail with
+    /// `Host::ArgumentException`.
     void set_Palette(const ColorPalette& palette);
     /// The colour profile, null without one. The first reading of a profile that is no ICC profile drops it, silently.
     std::shared_ptr<ColorProfile> get_ColorProfile();
-    /// Pixels stay as they are. The bitmap keeps a copy of a named file and shares a temporary one; null drops the profile.
-    /// Fails with `BitmapEmptyException` and with the failures of files.
+    /// Pixels stay as they are. The bitmap keeps a copy of a named file and shares a temporary one; null drops the
+    /// profile. Fails with `BitmapEmptyException` and with the failures of files.
     void set_ColorProfile(const std::shared_ptr<ColorProfile>& colorProfile);
+    /// Geometry: resize, crop, turn. The providers live as long as the bitmap.
     std::shared_ptr<TransformsProvider> get_Transforms();
+    /// Histograms.
     std::shared_ptr<BitmapStatisticsProvider> get_Statistics();
+    /// Conversions of the pixel format.
     std::shared_ptr<ColorManagementProvider> get_ColorManagement();
+    /// Single channels.
     std::shared_ptr<ChannelsProvider> get_Channels();
 
     /// @name Direct access
@@ -178,14 +203,18 @@ public:
     /// Rectangles are in the current `Unit`. Fails with `BitmapLockedException` when a view is out, and with
     /// `Host::ArgumentOutOfRangeException` for a position outside the bitmap or a size not above 0.
     /// @{
+    /// A view on the whole raster.
     std::shared_ptr<BitmapData> LockBits();
+    /// A view on a part, in pixels here.
     std::shared_ptr<BitmapData> LockBits(std::int32_t left, std::int32_t top, std::int32_t width, std::int32_t height);
+    /// A view on a part, in the current `Unit`.
     std::shared_ptr<BitmapData> LockBits(float left, float top, float width, float height);
     std::shared_ptr<BitmapData> LockBits(const Host::Rectangle& rectangle);
     std::shared_ptr<BitmapData> LockBits(const Host::RectangleF& rectangle);
     /// Disposes the view. Nothing happens when no view is out; else null fails with `Host::ArgumentNullException` and a
     /// view of another bitmap with `Host::ArgumentException`.
     void UnlockBits(const std::shared_ptr<BitmapData>& bitmapData);
+    /// Whether a view is out.
     bool get_BitsLocked();
     /// @}
 
@@ -197,10 +226,12 @@ public:
     /// Raw samples of the whole raster, `[x, y, channel]`. Formats whose channels are no whole samples fail with
     /// `UnsupportedPixelFormatException`.
     PixelArray Export();
+    /// The same way back, in the shape that `Export` gives; `Changing` and `Changed` tell `ImportData`. An array of
+    /// another shape fails with `Host::ArgumentException` ("array").
     void Import(const PixelArray& array);
 
-    /// Completes the destination size to the proportions of the source: a side of 0 or less follows the other, both take
-    /// the source's. Null fails with `Host::ArgumentNullException`.
+    /// Completes the destination size to the proportions of the source: a side of 0 or less follows the other, both
+    /// take the source's. Null fails with `Host::ArgumentNullException`.
     static void PreserveScaleFactor(std::int32_t sourceWidth, std::int32_t sourceHeight, std::int32_t* destinationWidth,
                                     std::int32_t* destinationHeight);
 
@@ -225,6 +256,7 @@ public:
     ImagingFramework::BitmapData& get__InternalBitmapData();
     /// The raster with no checks, for those who hold the view.
     ImagingFramework::BitmapData& get__InternalBitmapDataUnsafe() noexcept;
+    /// Fails with `BitmapEmptyException`, with the name of the parameter where one is given.
     void ThrowIfEmpty(const char* name = nullptr) const;
     /// How other objects that may outlive the bitmap find it.
     const std::shared_ptr<BitmapLink>& get__Link() const noexcept;

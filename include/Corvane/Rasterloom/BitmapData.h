@@ -18,24 +18,29 @@ namespace Corvane::Rasterloom {
 class Bitmap;
 class BitmapLink;
 
-/// A view on a part of a bitmap's raster, made by `Bitmap::LockBits`: writing through it writes the bitmap. As long as it
-/// lives, the bitmap's raster cannot be used otherwise. `Bitmap::UnlockBits`, `Dispose` and destruction end it alike; so
-/// does the death of the bitmap. The view's memory stays valid until it is disposed.
+/// A view on a part of a bitmap's raster, made by `Bitmap::LockBits`: writing through it writes the bitmap. As long as
+/// it lives, the bitmap's raster cannot be used otherwise. `Bitmap::UnlockBits`, `Dispose` and destruction end it
+/// alike; so does the death of the bitmap. The view's memory stays valid until it is disposed.
 ///
-/// Members lock the view and then the bitmap. After the end they fail with `Host::ObjectDisposedException` ("BitmapData").
+/// Members lock the view and then the bitmap. After the end they fail with `Host::ObjectDisposedException`
+/// ("BitmapData").
 class RASTERLOOM_API BitmapData final : public LockableObject {
 public:
     ~BitmapData() override;
 
-    /// Position of the view in the bitmap and its size, in pixels.
+    /// Position of the view in the bitmap, in pixels.
     std::int32_t get_Left();
     std::int32_t get_Top();
+    /// Size in pixels.
     std::int32_t get_Width();
     std::int32_t get_Height();
+    /// Bits of one pixel.
     std::int32_t get_BitsPerPixel();
     /// stride x height
     std::int64_t get_MemoryUsed();
+    /// That of the bitmap.
     PixelFormat get_PixelFormat();
+    /// The colour space of the pixel format.
     ColorSpace get_ColorSpace();
     /// Bytes from one scanline to the next: that of the bitmap, so more than a row of the view may need.
     std::int32_t get_Stride();
@@ -47,10 +52,11 @@ public:
     std::unique_ptr<Bitmap> GetEmptyMask();
 
     /// Positions outside fail with `Host::ArgumentOutOfRangeException` ("x", "y"), the packed 16-bit formats with
-    /// `UnsupportedPixelFormatException`, an indexed raster without a palette with `Host::ArgumentException` ("bitmap").
+    /// `UnsupportedPixelFormatException`, an indexed raster without a palette with `Host::ArgumentException`
+    /// ("bitmap").
     Color GetPixel(std::int32_t x, std::int32_t y);
-    /// The colour is converted to the bitmap's colour space or to its nearest palette entry; alpha is dropped in a format
-    /// without alpha. "No colour" fails with `Host::ArgumentNullException` ("color").
+    /// The colour is converted to the bitmap's colour space or to its nearest palette entry; alpha is dropped in a
+    /// format without alpha. "No colour" fails with `Host::ArgumentNullException` ("color").
     void SetPixel(std::int32_t x, std::int32_t y, const Color& color);
     /// Raw samples `[x, y, channel]`, 0 to 255 or to 65535 in extended formats. Packed formats fail with
     /// `UnsupportedPixelFormatException`. Progress, `Abort` and `Timeout` of the bitmap work between rows.

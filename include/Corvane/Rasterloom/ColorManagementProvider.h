@@ -33,13 +33,16 @@ public:
     /// To any pixel format, with the palette type of the last call of `ConvertToIndexed`, at first `Adaptive`.
     void Convert(PixelFormat format);
     /// To `Format1bppIndexed`, `Format4bppIndexed` or `Format8bppIndexed`; other numbers of bits fail with
-    /// `Host::ArgumentOutOfRangeException` ("bpp"). The palette is needed for the type `Custom` alone. Sets `PaletteEntryCount` to
-    /// 0, `Dithering` to `FloydSteinberg` and `DitheringIntensity` to 1 first, and leaves them so.
+    /// `Host::ArgumentOutOfRangeException` ("bpp"). The palette is needed for the type `Custom` alone. Sets
+    /// `PaletteEntryCount` to 0, `Dithering` to `FloydSteinberg` and `DitheringIntensity` to 1 first, and leaves them
+    /// so.
     void ConvertToIndexed(std::int32_t bpp, ColorPaletteType paletteType, ColorPalette* customPalette = nullptr);
     /// To RGB, CMYK or gray with 8 or, `extended`, 16 bits per channel. Another colour space fails with
     /// `UnsupportedPixelFormatException`.
     void ConvertToContinuous(ColorSpace colorSpace, bool hasAlpha, bool extended);
 
+    /// @name Properties, as those of `Transforms::PixelFormatConverter`
+    /// @{
     std::shared_ptr<ColorProfile> get_RgbColorProfile();
     void set_RgbColorProfile(const std::shared_ptr<ColorProfile>& rgbColorProfile);
     std::shared_ptr<ColorProfile> get_CmykColorProfile();
@@ -72,6 +75,7 @@ public:
     void set_QuantizationTo8bOffset(std::int32_t value);
     std::int32_t get_QuantizationTo8bScale();
     void set_QuantizationTo8bScale(std::int32_t value);
+    /// @}
 
     using BitmapProvider::Dispose;
 

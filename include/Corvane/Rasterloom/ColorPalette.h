@@ -21,8 +21,8 @@ namespace Corvane::Rasterloom {
 
 class Bitmap;
 
-/// A palette: up to 256 colours of 8 bits per channel, with or without alpha. The palette of a `Bitmap` shares the bitmap's
-/// entries, so a change shows in both.
+/// A palette: up to 256 colours of 8 bits per channel, with or without alpha. The palette of a `Bitmap` shares the
+/// bitmap's entries, so a change shows in both.
 ///
 /// Members take the object's lock. Neither copied nor moved; `Clone` copies.
 class RASTERLOOM_API ColorPalette final : public LockableObject {
@@ -31,7 +31,8 @@ public:
     ColorPalette();
     /// A predefined palette with alpha 255 in all entries. `Adaptive` and `Custom` fail with `Host::ArgumentException`.
     explicit ColorPalette(ColorPaletteType colorPaletteType);
-    /// Black entries of alpha 255. A count outside 2 to 256 fails with `Host::ArgumentOutOfRangeException` ("entryCount").
+    /// Black entries of alpha 255. A count outside 2 to 256 fails with `Host::ArgumentOutOfRangeException`
+    /// ("entryCount").
     ColorPalette(std::int32_t entryCount, bool withAlpha);
     /// A number of entries outside 2 to 256 fails with `Host::ArgumentOutOfRangeException` ("entries").
     ColorPalette(std::span<const RgbColor> entries, bool withAlpha);
@@ -45,8 +46,8 @@ public:
     /// `alphaThreshold`, the other entries are opaque; without it the entries have the alpha of the picture. Both need
     /// `entryCount` to be at least 8, and may then come out with 9 entries where 8 are asked for.
     ///
-    /// Fails with `Host::ArgumentOutOfRangeException` for a count outside 2 to 256 ("entryCount") or below 8 with alpha,
-    /// and with `BitmapEmptyException`.
+    /// Fails with `Host::ArgumentOutOfRangeException` for a count outside 2 to 256 ("entryCount") or below 8 with
+    /// alpha, and with `BitmapEmptyException`.
     ColorPalette(Bitmap& bitmap, std::int32_t entryCount, bool withAlpha,
                  ColorQuantizationAlgorithm algorithm = ColorQuantizationAlgorithm::Octree,
                  std::uint8_t alphaThreshold = 255, bool useAlphaThreshold = true);
@@ -54,7 +55,9 @@ public:
     explicit ColorPalette(std::shared_ptr<ImagingFramework::ColorMap> map);
     ~ColorPalette() override;
 
+    /// Number of entries.
     std::int32_t get_Count();
+    /// Whether entries have alpha; in a palette without, all are opaque.
     bool get_HasAlpha();
     /// The kind that it was made as: predefined, `Adaptive` when made from the colours of a bitmap, else `Custom`.
     ColorPaletteType get_Type();
@@ -65,18 +68,22 @@ public:
     /// The entry nearest to the colour's red, green and blue, with alpha taken as 255. "No colour" fails with
     /// `Host::ArgumentNullException` ("color"), an empty palette with `ColorPaletteEmptyException`.
     std::int32_t FindNearestIndex(const Color& color);
-    /// Makes one entry transparent and all others opaque. Fails with `Host::ArgumentOutOfRangeException` ("entryIndex").
+    /// Makes one entry transparent and all others opaque. Fails with `Host::ArgumentOutOfRangeException`
+    /// ("entryIndex").
     void SetColorKey(std::int32_t entryIndex);
     /// The same for the entry nearest to a colour.
     void SetColorKey(const Color& color);
+    /// All entries.
     std::vector<RgbColor> Export();
     /// Sets all entries; another number than `Count` fails with `Host::ArgumentException` ("array").
     void Import(std::span<const RgbColor> array);
+    /// A copy, independent of this one and of a bitmap.
     std::unique_ptr<ColorPalette> Clone();
     /// A cursor over the entries.
     ColorPaletteEnumerator GetEnumerator();
     /// The entries as the platform's palette has them.
     std::vector<Host::ArgbColor> ToGdiplusPalette();
+    /// As `ToGdiplusPalette`.
     explicit operator std::vector<Host::ArgbColor>() { return ToGdiplusPalette(); }
 
     /// @name Lock-free bodies and the seam to the bitmap

@@ -14,10 +14,11 @@ template <class T>
 class ObjectLink;
 }
 
-/// A cursor over the entries of a palette, at first before the first one. Shows changes of the palette. It may outlive the
-/// palette; it then fails with `Host::ObjectDisposedException`. Not for several threads at once.
+/// A cursor over the entries of a palette, at first before the first one. Shows changes of the palette. It may outlive
+/// the palette; it then fails with `Host::ObjectDisposedException`. Not for several threads at once.
 class RASTERLOOM_API ColorPaletteEnumerator {
 public:
+    /// Before the first entry.
     explicit ColorPaletteEnumerator(ColorPalette& palette);
     ~ColorPaletteEnumerator();
     ColorPaletteEnumerator(const ColorPaletteEnumerator&) = default;
@@ -27,6 +28,7 @@ public:
     bool MoveNext();
     /// Fails with `Host::InvalidOperationException` while the cursor is on no entry.
     RgbColor get_Current() const;
+    /// Back before the first entry.
     void Reset() noexcept { m_intIndex = -1; }
 
 private:

@@ -38,8 +38,8 @@ public:
     explicit ColorProfile(std::shared_ptr<const ImagingFramework::ProfileFile> file);
     ~ColorProfile() override;
 
-    /// The system's folder of profiles: `/usr/share/color/icc`, else the `color/icc` folder of the first XDG data folder
-    /// that has one.
+    /// The system's folder of profiles: `/usr/share/color/icc`, else the `color/icc` folder of the first XDG data
+    /// folder that has one.
     static std::filesystem::path get_ProfileDirectory();
     /// The file "sRGB Color Space Profile.icm" of the system's folders of profiles, without regard to case, else one of
     /// the other usual names there, else a profile that the library makes in a temporary file.
@@ -51,16 +51,21 @@ public:
     /// `Host::ArgumentException` ("hdc").
     static std::unique_ptr<ColorProfile> FromHdc(void* hdc);
 
+    /// The file that it stands in.
     std::filesystem::path get_FileName();
     /// `Unknown` for the spaces that no pixel format has, such as Lab.
     ColorSpace get_ColorSpace();
     /// Model and manufacturer of the device, else the description.
     std::string get_Name();
+    /// What the profile calls itself.
     std::string get_Description();
+    /// Of the device.
     std::string get_Manufacturer();
     /// Description and copyright, each on a line of its own.
     std::string get_Info();
+    /// Of the device.
     std::string get_Model();
+    /// As the profile has it.
     std::string get_Copyright();
     /// `Unknown` for a class that the standard does not name.
     ColorProfileClass get_DeviceClass();
@@ -70,6 +75,7 @@ public:
     void Save(const std::filesystem::path& fileName);
     /// Null fails with `Host::ArgumentNullException` ("stream").
     void Save(const std::shared_ptr<Host::Stream>& stream);
+    /// A profile of its own on the same contents; a temporary file is shared.
     std::unique_ptr<ColorProfile> Clone();
 
     /// Internal: the file, for those who share it.

@@ -33,8 +33,8 @@ namespace Corvane::Rasterloom {
 /// One name of an enumeration. A value may have several; the first in the table is its proper one.
 template <class E>
 struct EnumName {
-    E Value;
-    std::string_view Name;
+    E Value;               ///< the value
+    std::string_view Name; ///< as in the source
 };
 
 /// All names of an enumeration, aliases last. Defined for each public enumeration.

@@ -12,10 +12,12 @@ struct EventArgs {};
 /// How far an operation has come.
 class ProgressEventArgs : public EventArgs {
 public:
+    /// Steps done and steps in all.
     ProgressEventArgs(std::int32_t current, std::int32_t maximum) : m_intCur(current), m_intMax(maximum) {}
 
     /// Steps done, 0 to `get_Maximum()`.
     std::int32_t get_Current() const noexcept { return m_intCur; }
+    /// Steps in all.
     std::int32_t get_Maximum() const noexcept { return m_intMax; }
 
 private:
@@ -26,6 +28,7 @@ private:
 /// How an operation ended.
 class ErrorEventArgs : public EventArgs {
 public:
+    /// Null for success.
     explicit ErrorEventArgs(std::exception_ptr exception) : m_pException(std::move(exception)) {}
 
     /// The failure; null for success.

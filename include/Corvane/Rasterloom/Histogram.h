@@ -25,19 +25,22 @@ public:
 
     /// 256 or 65536.
     std::int32_t get_Length();
+    /// Whether samples have 16 bits.
     bool get_IsExtended();
     /// How often the value `index` occurs. These two fail with `Host::ArgumentOutOfRangeException` ("index").
     std::int64_t get_Item(std::int32_t index);
     /// A count outside 0 to 2^32 - 1 fails with `Host::ArgumentOutOfRangeException` ("value").
     void set_Item(std::int32_t index, std::int64_t value);
 
-    /// What was counted: the size in pixels, and the samples of each pixel.
+    /// The size of what was counted, in pixels.
     std::int32_t get_Width();
     std::int32_t get_Height();
+    /// Samples of each pixel that were counted.
     std::int32_t get_ChannelCount();
 
-    /// Mean and standard deviation of the samples; 0 when there are none.
+    /// The mean of the samples; 0 when there are none.
     double get_Mean();
+    /// Their standard deviation; 0 when there are none.
     double get_StdDev();
     /// The value in the middle of all samples.
     std::int32_t get_Median();

@@ -15,8 +15,10 @@ public:
 
     /// True when no run is under way.
     virtual bool get_Completed() const noexcept = 0;
+    /// Of the worker. A value without a name fails with `Host::ArgumentException`.
     virtual ThreadPriority get_Priority() const noexcept = 0;
     virtual void set_Priority(ThreadPriority value) = 0;
+    /// Where the operation runs; `Sync` at first.
     virtual SynchronizationMode get_SynchronizationMode() const noexcept = 0;
     virtual void set_SynchronizationMode(SynchronizationMode value) = 0;
     /// Whether the call that runs the operation fails with the failure of the run; true at first. The arguments of
@@ -25,8 +27,11 @@ public:
     virtual void set_ExceptionThrowEnabled(bool value) noexcept = 0;
     /// As in `Thread`.
     virtual void Abort() = 0;
+    /// As in `Thread`.
     virtual void Pause() = 0;
+    /// As in `Thread`.
     virtual void Continue() = 0;
+    /// As in `Thread`.
     virtual void WaitForCompletion() = 0;
 
 protected:

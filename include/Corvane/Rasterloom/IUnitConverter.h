@@ -10,6 +10,7 @@ class RASTERLOOM_API IUnitConverter {
 public:
     virtual ~IUnitConverter();
 
+    /// The current unit.
     virtual Unit get_Unit() = 0;
     virtual void set_Unit(Unit value) = 0;
 };

@@ -13,12 +13,14 @@ namespace Corvane::Rasterloom {
 class RASTERLOOM_API PixelArray {
 public:
     PixelArray() = default;
-    /// Zeroed, of the given lengths. Fails with `Host::ArgumentOutOfRangeException` ("lengths") for a negative length or a
-    /// box that memory cannot hold.
+    /// Zeroed, of the given lengths. Fails with `Host::ArgumentOutOfRangeException` ("lengths") for a negative length
+    /// or a box that memory cannot hold.
     explicit PixelArray(std::vector<std::int32_t> lengths);
     PixelArray(std::int32_t width, std::int32_t height, std::int32_t channels);
 
+    /// Whether it is "no array".
     bool get_IsNull() const noexcept { return m_lengths.empty(); }
+    /// Number of dimensions; 0 for "no array".
     std::int32_t get_Rank() const noexcept { return static_cast<std::int32_t>(m_lengths.size()); }
     /// Fails with `Host::ArgumentOutOfRangeException` ("dimension").
     std::int32_t GetLength(std::int32_t dimension) const;
@@ -27,6 +29,7 @@ public:
     std::int32_t operator()(std::int32_t x, std::int32_t y, std::int32_t channel) const {
         return m_values[Index(x, y, channel)];
     }
+    /// All samples, the last index fastest.
     const std::vector<std::int32_t>& get_Values() const noexcept { return m_values; }
     bool operator==(const PixelArray&) const = default;
 

@@ -12,18 +12,25 @@ class RASTERLOOM_API PixelFormatUtils {
 public:
     PixelFormatUtils() = delete;
 
+    /// Alpha and unused bits included.
     static std::int32_t BitsPerPixel(PixelFormat format);
+    /// Whether there is an alpha channel.
     static bool HasAlpha(PixelFormat format);
     /// Indexed formats are RGB.
     static bool IsRgb(PixelFormat format);
+    /// Whether channels are black, yellow, magenta and cyan.
     static bool IsCmyk(PixelFormat format);
+    /// Whether there is one channel of gray.
     static bool IsGrayScale(PixelFormat format);
+    /// Whether pixels are indices into a palette.
     static bool IsIndexed(PixelFormat format);
     /// True for 16 bits per channel.
     static bool IsExtended(PixelFormat format);
+    /// RGB for indexed formats.
     static Rasterloom::ColorSpace ColorSpace(PixelFormat format);
-    /// Fails with `UnsupportedPixelFormatException` for `FormatUnknown`, as the next one does.
+    /// Channels with alpha. Fails with `UnsupportedPixelFormatException` for `FormatUnknown`, as the next one does.
     static std::int32_t ChannelCount(PixelFormat format);
+    /// The colour channels alone.
     static std::int32_t ChannelCountWithoutAlpha(PixelFormat format);
     /// Fails with `Host::ArgumentException` ("format") for a format without alpha.
     static std::int32_t AlphaChannelIndex(PixelFormat format);

@@ -17,11 +17,13 @@ public:
 
     /// A second call does nothing.
     virtual void Dispose() = 0;
+    /// Whether it was disposed and has not come up again.
     bool get_IsDisposed() const noexcept { return m_bIsDisposed; }
 
 protected:
     LibraryModuleAbstract();
 
+    /// Set by those who derive.
     std::atomic<bool> m_bIsDisposed{true};
 };
 

@@ -58,6 +58,7 @@ public:
     /// Ends a run as the destructor of `Thread` does, then disposes as `LockableObject` does. Fails with
     /// `OperationNotCompletedException` in handlers and in the body.
     void Dispose();
+    /// Whether `Dispose` was called; takes no lock.
     bool get_IsDisposed() const noexcept { return get__IsDisposed(); }
     bool get__IsDisposed() const noexcept;
 
@@ -69,7 +70,9 @@ public:
 protected:
     SyncHandler();
 
+    /// Releases what the class holds, as in `LockableObject`.
     virtual void Dispose(bool disposing);
+    /// As in `LockableObject`.
     void DisposeFinally() noexcept;
 
     /// Runs `ThreadProc` in the mode that is set. Fails as `Thread::Start` and, in the mode `Sync`, with the failure of
@@ -80,14 +83,22 @@ protected:
     /// Called at the start of the body, to clear what the last run left.
     virtual void _ResetThreadRuntimeData() {}
 
-    /// These raise the event of the same meaning; overrides call the base's. `exception` is null for success.
+    /// Raises `Progress`. This and the next seven raise the event of the same meaning; overrides call the base's.
+    /// `exception` is null for success.
     virtual void OnThreadProgress(std::int32_t current, std::int32_t maximum);
+    /// Raises `Aborted`.
     virtual void OnThreadAbort();
+    /// Raises `Paused`.
     virtual void OnThreadPause();
+    /// Raises `Continued`.
     virtual void OnThreadContinue();
+    /// Raises `Starting`.
     virtual void OnThreadStarting();
+    /// Raises `Started`.
     virtual void OnThreadStarted();
+    /// Raises `Stopping`.
     virtual void OnThreadStopping(const std::exception_ptr& exception);
+    /// Raises `Stopped`.
     virtual void OnThreadStopped(const std::exception_ptr& exception);
 
     /// For a body that counts its own steps, in place of an engine operation; see `Thread`. The timeout is the
@@ -95,10 +106,12 @@ protected:
     void _ResetProgress(std::int32_t count);
     void _ReportProgress(std::int32_t step);
 
+    /// What the body runs in.
     Thread& GetThread() noexcept { return *m_pThread; }
 
     /// One run may hold several steps of equal weight: how many, and the one under way, from 0.
     std::int32_t m_intOperationCount = 1;
+    /// See `m_intOperationCount`.
     std::int32_t m_intCurrentOperationNumber = 0;
 
 private:

@@ -21,6 +21,7 @@ class ThreadMachine;
 /// otherwise.
 class RASTERLOOM_API Thread : public ISyncEvents {
 public:
+    /// The body; none must be given before the first start.
     explicit Thread(std::function<void()> threadStart = {});
     /// A body under way is told to abort and waited for, also when it is paused. In the mode `AsyncViaMessageLoop` the
     /// events of its end are raised here.
@@ -48,10 +49,13 @@ public:
     /// with `OperationNotCompletedException` in the body and in handlers.
     void Dispose();
 
+    /// `Sync` at first.
     SynchronizationMode get_SynchronizationMode() const noexcept;
     /// Fails with `OperationNotCompletedException` during a run and with `Host::ArgumentException` for no mode.
     void set_SynchronizationMode(SynchronizationMode value);
+    /// What the worker is doing.
     ActivityStatus get_ActivityStatus() const noexcept;
+    /// True when no run is under way.
     bool get_Completed() const noexcept;
     /// The failure of the last run, or null. One of a handler goes before one of the body. A body that throws what is
     /// no `std::exception` counts as a success.
@@ -76,6 +80,7 @@ public:
     /// Internal: the counter that the engine reports to, owned by this object and kept beyond the run until
     /// `ReturnEvents`.
     InternalEvents* GetEvents();
+    /// Internal: ends what `GetEvents` has begun.
     void ReturnEvents();
 
 private:

@@ -24,9 +24,10 @@ public:
     Unit get_Unit() override;
     void set_Unit(Unit value) override;
 
-    /// To and from the current unit; fail as `UnitConverter` does.
+    /// To the current unit; fails as `UnitConverter` does.
     float HorizontalPixelsToUnits(std::int32_t pixels);
     float VerticalPixelsToUnits(std::int32_t pixels);
+    /// From the current unit; fails as `UnitConverter` does.
     std::int32_t HorizontalUnitsToPixels(float value);
     std::int32_t VerticalUnitsToPixels(float value);
 
@@ -47,6 +48,7 @@ public:
 protected:
     /// Where the resolutions live; called with the lock held.
     virtual float GetHorizontalResolution() = 0;
+    /// Called with the lock held, as these four are.
     virtual void SetHorizontalResolution(float value) = 0;
     virtual float GetVerticalResolution() = 0;
     virtual void SetVerticalResolution(float value) = 0;

@@ -17,7 +17,9 @@ namespace Corvane::Rasterloom::Codecs {
 /// of the resource knows. The number is the key in `AdobeResourceDictionary`.
 class RASTERLOOM_API AdobeResourceBlock {
 public:
+    /// Without name and data.
     AdobeResourceBlock();
+    /// Takes the bytes, under an empty name or the one given; fails as `set_Data`.
     explicit AdobeResourceBlock(std::vector<std::uint8_t> data);
     AdobeResourceBlock(const std::string& name, std::vector<std::uint8_t> data);
     /// Copies `size` bytes. Null fails with `Host::ArgumentNullException` ("data") unless the size is 0.
@@ -32,9 +34,11 @@ public:
     std::uint32_t get_Size() const noexcept;
     /// The bytes themselves, valid until the data is set.
     const std::uint8_t* get_Pointer() const noexcept;
+    /// The bytes, valid until they are set.
     const std::vector<std::uint8_t>& get_Data() const noexcept;
     /// At most 4 GiB less one byte; more fails with `Host::ArgumentOutOfRangeException` ("value").
     void set_Data(std::vector<std::uint8_t> value);
+    /// UTF-8, empty in most blocks.
     const std::string& get_Name() const noexcept;
     /// Cut to 255 characters. Files hold it in windows-1252, where other characters become "?".
     void set_Name(const std::string& value);

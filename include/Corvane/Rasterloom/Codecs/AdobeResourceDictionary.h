@@ -16,6 +16,7 @@ namespace Corvane::Rasterloom::Codecs {
 /// `Host::ArgumentOutOfRangeException` when they are set, values of another type with `Host::InvalidCastException`.
 class RASTERLOOM_API AdobeResourceDictionary final : public MetadataDictionary {
 public:
+    /// Without entries.
     AdobeResourceDictionary();
     /// A copy of the other's contents.
     explicit AdobeResourceDictionary(AdobeResourceDictionary& other);
@@ -23,6 +24,7 @@ public:
     explicit AdobeResourceDictionary(std::unique_ptr<ImagingFramework::AdobeResources> resources);
     ~AdobeResourceDictionary() override;
 
+    /// A copy of the contents.
     std::unique_ptr<AdobeResourceDictionary> Clone();
 
     /// Internal: the engine's object, without the lock.

@@ -8,6 +8,7 @@ namespace Corvane::Rasterloom::Codecs {
 /// Settings for BMP files.
 class RASTERLOOM_API BmpEncoderOptions : public EncoderOptions {
 public:
+    /// Uncompressed, or as `set_Compression` takes it.
     BmpEncoderOptions();
     explicit BmpEncoderOptions(CompressionType compression);
     ~BmpEncoderOptions() override;

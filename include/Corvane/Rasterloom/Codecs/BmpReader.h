@@ -9,6 +9,7 @@ class BmpFrame;
 /// Reads BMP files, OS/2 and RLE ones included. The frames are `BmpFrame`s.
 class RASTERLOOM_API BmpReader : public FormatReader {
 public:
+    /// Closed, or opened as `Open` does.
     BmpReader();
     explicit BmpReader(const std::shared_ptr<Host::Stream>& stream);
     explicit BmpReader(const std::filesystem::path& fileName);

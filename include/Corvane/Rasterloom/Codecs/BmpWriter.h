@@ -7,6 +7,7 @@ namespace Corvane::Rasterloom::Codecs {
 /// Writes BMP files of one frame. Frames that are no `BmpFrame` are written uncompressed.
 class RASTERLOOM_API BmpWriter : public FormatWriter {
 public:
+    /// Closed, or opened as `Open` does.
     BmpWriter();
     explicit BmpWriter(const std::shared_ptr<Host::Stream>& stream);
     explicit BmpWriter(const std::filesystem::path& fileName);

@@ -8,6 +8,7 @@ namespace Corvane::Rasterloom::Codecs {
 /// writer's empty frame, which imports these settings.
 class RASTERLOOM_API CustomEncoderOptions : public EncoderOptions {
 public:
+    /// For the format of this number; 0 leaves it to `SetMediaFormat`.
     CustomEncoderOptions() = default;
     explicit CustomEncoderOptions(std::int64_t mediaFormat) : EncoderOptions(mediaFormat) {}
     ~CustomEncoderOptions() override;

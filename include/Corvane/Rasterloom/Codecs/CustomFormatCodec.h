@@ -22,13 +22,20 @@ public:
     std::string get_MimeType() override { return m_strMimeType; }
 
 protected:
+    /// A number that no other format has; 0 and -1 cannot be registered.
     explicit CustomFormatCodec(std::int64_t mediaFormat);
 
+    /// With "*." in front, as "*.toy".
     void SetDefaultExtension(std::string value) { m_strDefaultExtension = std::move(value); }
+    /// A short name, as "TOY".
     void SetFormatName(std::string value) { m_strFormatName = std::move(value); }
+    /// A name for people.
     void SetFormatDescription(std::string value) { m_strFormatDescription = std::move(value); }
+    /// All patterns of file names, separated by ";". They decide what `Bitmap::Save` writes in this format.
     void SetFilterString(std::string value) { m_strFilterString = std::move(value); }
+    /// As "image/x-toy".
     void SetMimeType(std::string value) { m_strMimeType = std::move(value); }
+    /// The number that the codec is registered under.
     void SetMediaFormat(std::int64_t value) noexcept { this->set__MediaFormat(value); }
 
 private:

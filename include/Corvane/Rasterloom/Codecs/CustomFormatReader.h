@@ -16,6 +16,7 @@ public:
 
 
 protected:
+    /// Closed.
     explicit CustomFormatReader(std::int64_t mediaFormat = 0);
 
     /// @name To implement
@@ -37,6 +38,7 @@ protected:
 
     /// Opens a host file stream, kept until the reader is closed, and calls the form above.
     virtual void OpenReader(const std::filesystem::path& fileName);
+    /// Lets go of the stream. Comes once for each `OpenReader`, also for one that failed.
     virtual void CloseReader() {}
 
     /// @name Helpers
@@ -52,12 +54,14 @@ protected:
     /// Takes the raster of `bitmap`, which is empty afterwards. Null fails with `Host::ArgumentNullException`
     /// ("bitmap"), an empty one with `BitmapEmptyException` ("bitmap").
     void SetLoadedBitmap(Bitmap* bitmap);
+    /// From 0.
     std::int32_t GetFrameIndexToLoad() const noexcept;
     /// The box of the thumbnail, 0 for a free side.
     std::int32_t GetThumbnailWidthToLoad() const noexcept;
     std::int32_t GetThumbnailHeightToLoad() const noexcept;
     /// How it is to be reduced.
     Transforms::InterpolationMode GetThumbnailInterpolationToLoad() const noexcept;
+    /// Whether the frame or a thumbnail is wanted.
     LoadingMode GetLoadingMode() const noexcept;
     /// Null outside `LoadFrameBitmap`.
     CustomFrame* GetLoadingFrame() const noexcept;

@@ -21,6 +21,7 @@ public:
     std::unique_ptr<IFrame> GetEmptyFrame() override;
 
 protected:
+    /// Closed.
     explicit CustomFormatWriter(std::int64_t mediaFormat = 0);
 
     /// @name To implement
@@ -30,6 +31,7 @@ protected:
     virtual void SaveFrameBitmap(Bitmap& bitmap) = 0;
     /// The supported format to convert an unsupported one to.
     virtual PixelFormat GetClosestPixelFormat(PixelFormat format) = 0;
+    /// The formats that `SaveFrameBitmap` takes.
     virtual std::vector<PixelFormat> GetSupportedPixelFormats() = 0;
     /// @}
 
@@ -48,8 +50,10 @@ protected:
     /// @{
     /// As in `CustomFormatReader`.
     void ResetEvents(std::int32_t count);
+    /// As in `CustomFormatReader`.
     void UpdateEvents();
     void UpdateEvents(std::int32_t step);
+    /// Frames that were written since the file was opened; 0 in the call for the first.
     std::int32_t GetWrittenFrameCount() const noexcept;
     /// Null while closed.
     const std::shared_ptr<Host::Stream>& GetStream() const noexcept { return m_pStream; }

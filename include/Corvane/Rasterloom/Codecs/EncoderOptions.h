@@ -21,7 +21,9 @@ public:
     std::unique_ptr<IFrame> ToFrame() const override;
 
 protected:
+    /// For the format of this number.
     explicit EncoderOptions(std::int64_t mediaFormat) : m_intMediaFormat(mediaFormat) {}
+    /// The format that the settings are for.
     void SetMediaFormat(std::int64_t value) noexcept { m_intMediaFormat = value; }
 
 private:

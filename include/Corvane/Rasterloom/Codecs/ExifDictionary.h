@@ -23,6 +23,7 @@ namespace Corvane::Rasterloom::Codecs {
 /// `Host::ArgumentException`.
 class RASTERLOOM_API ExifDictionary final : public MetadataDictionary, public ExifKeys {
 public:
+    /// Without entries.
     ExifDictionary();
     /// Internal: takes over a block of the engine. Null fails with `Host::ArgumentNullException` ("metaData").
     explicit ExifDictionary(std::unique_ptr<ImagingFramework::ExifDataStorage> exif);
@@ -30,6 +31,7 @@ public:
     explicit ExifDictionary(ExifDictionary& other);
     ~ExifDictionary() override;
 
+    /// A copy of the contents.
     std::unique_ptr<ExifDictionary> Clone();
     /// What values a key takes. A key that the standard does not know fails with `Host::ArgumentException` ("key").
     static ExifItemInfo GetItemInfo(std::int64_t key);

@@ -13,6 +13,7 @@ public:
     /// The count of a key that takes any number of values.
     static constexpr std::uint32_t AnyCount = 0xFFFFFFFF;
 
+    /// Made by `ExifDictionary::GetItemInfo`.
     ExifItemInfo(std::type_index type, std::uint32_t valueCount) : m_type(type), m_uintValueCount(valueCount) {}
 
     /// The alternative of `MetadataValue`: `std::string` for texts, `std::vector<std::uint8_t>` for bytes, which are

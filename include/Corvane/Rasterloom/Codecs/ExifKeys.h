@@ -11,7 +11,7 @@ struct ExifKeys {
     /// The thumbnail itself.
     static constexpr std::uint32_t Thumbnail = 0xF00FF00F;
 
-    // The image.
+    /// The image: the key of the tag of that name.
     static constexpr std::uint32_t ImageWidth = 0xF0000100;
     static constexpr std::uint32_t ImageHeight = 0xF0000101;
     static constexpr std::uint32_t ImageLength = ImageHeight; ///< its name in the standard
@@ -46,7 +46,7 @@ struct ExifKeys {
     static constexpr std::uint32_t ExifIFD = 0xF0008769;
     static constexpr std::uint32_t GpsIFD = 0xF0008825;
 
-    // The thumbnail.
+    /// The thumbnail: the key of the tag of that name.
     static constexpr std::uint32_t ThumbnailWidth = 0xF0010100;
     static constexpr std::uint32_t ThumbnailHeight = 0xF0010101;
     static constexpr std::uint32_t ThumbnailBitsPerSample = 0xF0010102;
@@ -80,7 +80,7 @@ struct ExifKeys {
     static constexpr std::uint32_t ThumbnailExifIFD = 0xF0018769;
     static constexpr std::uint32_t ThumbnailGpsIFD = 0xF0018825;
 
-    // Exposure and camera.
+    /// Exposure and camera: the key of the tag of that name.
     static constexpr std::uint32_t ExposureTime = 0xF002829A;
     static constexpr std::uint32_t FNumber = 0xF002829D;
     static constexpr std::uint32_t ExposureProgram = 0xF0028822;
@@ -138,7 +138,7 @@ struct ExifKeys {
     static constexpr std::uint32_t SubjectDistanceRange = 0xF002A40C;
     static constexpr std::uint32_t ImageUniqueID = 0xF002A420;
 
-    // Position.
+    /// The position: the key of the tag of that name.
     static constexpr std::uint32_t GpsVersionID = 0xF0030000;
     static constexpr std::uint32_t GpsLatitudeRef = 0xF0030001;
     static constexpr std::uint32_t GpsLatitude = 0xF0030002;
@@ -171,7 +171,7 @@ struct ExifKeys {
     static constexpr std::uint32_t GpsDateStamp = 0xF003001D;
     static constexpr std::uint32_t GpsDifferential = 0xF003001E;
 
-    // Interoperability.
+    /// Interoperability: the key of the tag of that name.
     static constexpr std::uint32_t InteroperabilityIndex = 0xF0040001;
 };
 

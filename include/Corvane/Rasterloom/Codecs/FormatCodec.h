@@ -60,11 +60,13 @@ protected:
 
     /// Fails with `ObjectNotOpenedException` ("reader", "writer").
     void CheckOpened() const;
+    /// Fails with `Host::ObjectDisposedException`.
     void CheckNotDisposed() const;
     void set__MediaFormat(std::int64_t mediaFormat) noexcept;
 
     void Dispose(bool disposing) override;
 
+    /// What is known of the open file.
     std::unique_ptr<FormatCodecFields> m_pCodec;
 
 private:

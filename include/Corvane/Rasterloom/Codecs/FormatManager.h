@@ -23,8 +23,11 @@ public:
 
     /// @name Media formats; a host takes other numbers for formats of its own
     /// @{
+    /// What a codec says whose format is known only when a file is open.
     static constexpr std::int64_t UnknownBeforeOpenFormat = -1;
+    /// No format.
     static constexpr std::int64_t UnknownFormat = 0;
+    /// The number of a format of that name; not each of them has a codec.
     static constexpr std::int64_t JpegFormat = 1;
     static constexpr std::int64_t BmpFormat = 2;
     static constexpr std::int64_t PngFormat = 3;
@@ -43,13 +46,16 @@ public:
     static constexpr std::int64_t MpegFormat = 16;
     /// @}
 
+    /// Makes a closed codec; called when it is registered.
     using ReaderFactory = std::function<std::unique_ptr<IFormatReader>()>;
+    /// The same for a writer.
     using WriterFactory = std::function<std::unique_ptr<IFormatWriter>()>;
 
     /// Adds the codec that `reader` makes. One of the same media format is replaced when its `CodecPriority` is lower,
     /// else the old one stays. A codec of the media format 0 or -1 is not added. An empty function fails with
     /// `Host::ArgumentNullException` ("reader", "writer"), one that gives null with `Host::ArgumentException`.
     static void RegisterFormatReader(const ReaderFactory& reader);
+    /// The same for a writer.
     static void RegisterFormatWriter(const WriterFactory& writer);
 
     /// The first reader that knows the content, opened. Null and empty arguments fail with
@@ -74,13 +80,18 @@ public:
     static std::int64_t GetMediaFormat(const std::shared_ptr<Host::Stream>& stream);
     /// In the order of the lists.
     static std::vector<std::int64_t> SupportedMediaFormatsForLoad();
+    /// The same for the writers.
     static std::vector<std::int64_t> SupportedMediaFormatsForSave();
 
-    /// The vocabulary of a format that has a reader or a writer.
+    /// These five tell the vocabulary of a format that has a reader or a writer. The extension with "*." in front.
     static std::string GetDefaultExtension(std::int64_t mediaFormat);
+    /// A short name, as "BMP".
     static std::string GetFormatName(std::int64_t mediaFormat);
+    /// A name for people.
     static std::string GetFormatDescription(std::int64_t mediaFormat);
+    /// All patterns of file names, separated by ";".
     static std::string GetFilterString(std::int64_t mediaFormat);
+    /// As "image/bmp".
     static std::string GetMimeType(std::int64_t mediaFormat);
     /// One entry of a file dialog for several formats; repeated ones count once.
     static std::string GetFilterString(const std::vector<std::int64_t>& mediaFormats,
@@ -88,6 +99,7 @@ public:
 
     /// Holds the lists still for several calls of one thread, which may take the lock more than once.
     static void Lock();
+    /// Gives the lock back, once for each `Lock`.
     static void Unlock();
 };
 

@@ -57,6 +57,7 @@ protected:
     /// @{
     /// Asks for the frame count.
     void OnOpen() override;
+    /// A new frame of the format; the index was checked.
     virtual std::unique_ptr<Frame> OnFrameLoad(std::int32_t index) = 0;
     /// The base recognises all formats and compares with its own.
     virtual bool OnCheckForSupport(const std::shared_ptr<Host::Stream>& stream);

@@ -30,6 +30,7 @@ public:
     std::unique_ptr<EncoderOptions> ExportEncoderOptions() override;
     /// The formats that are written without a conversion.
     std::vector<PixelFormat> get_SupportedPixelFormats();
+    /// Whether the format is one of `SupportedPixelFormats`.
     bool IsPixelFormatSupported(PixelFormat format);
     void Abort() override;
     void Pause() override;
@@ -43,8 +44,11 @@ protected:
     /// @{
     /// Sends the settings of the frame, and before the first one those of the file.
     virtual void OnBeforeAddFrame(Frame& frame);
+    /// The frame was written.
     virtual void OnAfterAddFrame(Frame& frame);
+    /// Copy settings of the file from and to options, which may be those of another format.
     virtual void OnImportEncoderOptions(const EncoderOptions& options);
+    /// See `OnImportEncoderOptions`.
     virtual void OnExportEncoderOptions(EncoderOptions& options);
     virtual std::vector<PixelFormat> _GetSupportedPixelFormats();
     virtual PixelFormat _GetClosestPixelFormat(PixelFormat format);

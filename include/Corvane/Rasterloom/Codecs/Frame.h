@@ -51,8 +51,8 @@ public:
     void GetBitmap(Bitmap* bitmap) override;
     void SetBitmap(Bitmap* bitmap) override;
     void GetThumbnail(Bitmap* bitmap, std::int32_t width, std::int32_t height) override;
-    /// The same, reduced in a mode of choice: `NearestNeighbour`, `Anisotropic4` (what a file's thumbnails are made with
-    /// otherwise), `Anisotropic9` or `Lanczos3Filter`. Any other fails with `Host::ArgumentException`
+    /// The same, reduced in a mode of choice: `NearestNeighbour`, `Anisotropic4` (what a file's thumbnails are made
+    /// with otherwise), `Anisotropic9` or `Lanczos3Filter`. Any other fails with `Host::ArgumentException`
     /// ("interpolationMode").
     void GetThumbnail(Bitmap* bitmap, std::int32_t width, std::int32_t height,
                       Transforms::InterpolationMode interpolationMode);
@@ -78,6 +78,7 @@ public:
     Rasterloom::PixelFormat get__PixelFormat();
     void _RaiseBitmapSavingEvent(const EncoderOptions* options);
     void _RaiseBitmapSavedEvent();
+    /// Fails with `Host::ObjectDisposedException`.
     void CheckNotDisposed() const;
 
     struct Impl;
@@ -95,6 +96,7 @@ protected:
     virtual std::unique_ptr<EncoderOptions> CreateEmptyEncoderOptions();
     /// Copy settings from and to options, which may be those of another format. The base copies left and top.
     virtual void OnImportEncoderOptions(const EncoderOptions& options);
+    /// See `OnImportEncoderOptions`.
     virtual void OnExportEncoderOptions(EncoderOptions& options);
     /// The reader; fails with `UnexpectedException` when there is none any more.
     FormatReader& RequireReader() const;

@@ -15,6 +15,7 @@ class ObjectLink;
 /// `ObjectNotOpenedException` ("reader"). Not for several threads at once.
 class RASTERLOOM_API FramesEnumerator {
 public:
+    /// Before the first frame.
     explicit FramesEnumerator(FormatReader& reader);
     ~FramesEnumerator();
     FramesEnumerator(const FramesEnumerator&) = default;
@@ -24,6 +25,7 @@ public:
     bool MoveNext();
     /// Loads the frame at the cursor. Fails as `FormatReader::LoadFrame`, also before the first `MoveNext`.
     std::unique_ptr<IFrame> get_Current() const;
+    /// Back before the first frame.
     void Reset() noexcept { m_intIndex = -1; }
 
 private:

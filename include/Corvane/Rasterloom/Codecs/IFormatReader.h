@@ -15,7 +15,9 @@ class RASTERLOOM_API IFormatReader : public IFormatInfo {
 public:
     /// Which of two readers of one format `FormatManager` keeps: the higher one. 0 in all that come with the library.
     virtual std::int32_t get_CodecPriority() = 0;
+    /// Whether a file is open.
     virtual bool get_Opened() = 0;
+    /// One of the numbers of `FormatManager`, or the host's own.
     virtual std::int64_t get_MediaFormat() = 0;
     /// The frame with its properties; no pixels are read yet. Fails with `ObjectNotOpenedException` ("reader") and with
     /// `Host::ArgumentOutOfRangeException` ("index").
@@ -29,6 +31,7 @@ public:
     /// what is of another format, `MediaCorruptedException`.
     virtual void Open(const std::shared_ptr<Host::Stream>& stream) = 0;
     virtual void Open(const std::filesystem::path& fileName) = 0;
+    /// Lets go of the file; frames of it keep what they have read. May be repeated.
     virtual void Close() = 0;
     /// Whether the bytes look like a file of this format. A stream is looked at from its first byte.
     virtual bool CheckForSupport(const std::shared_ptr<Host::Stream>& stream) = 0;

@@ -17,7 +17,9 @@ class RASTERLOOM_API IFormatWriter : public IFormatInfo {
 public:
     /// As for readers.
     virtual std::int32_t get_CodecPriority() = 0;
+    /// Whether a file is open.
     virtual bool get_Opened() = 0;
+    /// One of the numbers of `FormatManager`, or the host's own.
     virtual std::int64_t get_MediaFormat() = 0;
     /// Closes what was open and begins a new file. A stream that cannot seek gets everything at once in `Close`. A
     /// file is replaced in `Close`, and only when a frame was completed. Fails with `Host::ArgumentNullException`
@@ -30,9 +32,12 @@ public:
     /// reader. Fails with `Host::ArgumentNullException` ("frame"), `ObjectNotOpenedException` ("writer"),
     /// `BitmapEmptyException`, `MultiFrameException`; the writer stays open.
     virtual void AddFrame(IFrame* frame) = 0;
-    /// Null fails with `Host::ArgumentNullException` ("options").
+    /// Takes settings over. Null fails with `Host::ArgumentNullException` ("options").
     virtual void ImportEncoderOptions(const EncoderOptions* options) = 0;
+    /// Puts the writer's settings into options, as far as they have them. Null fails with `Host::ArgumentNullException`
+    /// ("options").
     virtual void ExportEncoderOptions(EncoderOptions* options) = 0;
+    /// New options of the format with the writer's settings.
     virtual std::unique_ptr<EncoderOptions> ExportEncoderOptions() = 0;
     /// A new frame of the format, to be filled and added.
     virtual std::unique_ptr<IFrame> GetEmptyFrame() = 0;

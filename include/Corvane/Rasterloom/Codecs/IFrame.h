@@ -23,20 +23,29 @@ public:
 
     /// Place among the frames of the file, from 0.
     virtual std::int32_t get_Index() = 0;
+    /// UTF-8; empty where the format has no names for frames.
     virtual std::string get_Name() = 0;
     virtual void set_Name(const std::string& value) = 0;
     /// In pixels.
     virtual std::int32_t get_Width() = 0;
     virtual std::int32_t get_Height() = 0;
-    /// The rest of this group follows from the pixel format.
+    /// The format in which the pixels are loaded. The rest of this group follows from it.
     virtual Rasterloom::PixelFormat get_PixelFormat() = 0;
+    /// The colour space of the pixel format; RGB for indexed ones.
     virtual Rasterloom::ColorSpace get_ColorSpace() = 0;
+    /// Bits of one pixel.
     virtual std::int32_t get_BitsPerPixel() = 0;
+    /// Whether the format has an alpha channel.
     virtual bool get_HasAlpha() = 0;
+    /// Whether pixels are in cyan, magenta, yellow and black.
     virtual bool get_IsCmyk() = 0;
+    /// Whether pixels are gray.
     virtual bool get_IsGrayScale() = 0;
+    /// Whether pixels are in red, green and blue, or indices of such.
     virtual bool get_IsRgb() = 0;
+    /// Whether channels have 16 bits.
     virtual bool get_IsExtended() = 0;
+    /// Whether pixels are indices into a palette.
     virtual bool get_IsIndexed() = 0;
     /// Dots per inch.
     virtual float get_HorizontalResolution() = 0;
@@ -62,7 +71,10 @@ public:
     /// Null fails with `Host::ArgumentNullException` ("options"). Settings of another format that the frame does not
     /// know are left out.
     virtual void ImportEncoderOptions(const EncoderOptions* options) = 0;
+    /// Puts the frame's settings into options, as far as they have them. Null fails with `Host::ArgumentNullException`
+    /// ("options").
     virtual void ExportEncoderOptions(EncoderOptions* options) = 0;
+    /// New options of the frame's format with its settings.
     virtual std::unique_ptr<EncoderOptions> ExportEncoderOptions() = 0;
 };
 

@@ -10,9 +10,12 @@ namespace Corvane::Rasterloom::Codecs {
 class RASTERLOOM_API ITimeWriter {
 public:
     virtual ~ITimeWriter();
+    /// The rate at which frames follow.
     virtual double get_FramesPerSecond() = 0;
     virtual void set_FramesPerSecond(double value) = 0;
+    /// The frame that is shown at a time.
     virtual std::int32_t TimeToFrameIndex(double time) = 0;
+    /// The time at which a frame is shown first.
     virtual double FrameIndexToTime(std::int32_t index) = 0;
 };
 

@@ -19,6 +19,7 @@ namespace Corvane::Rasterloom::Codecs {
 /// bytes of ESC % G. Setting or removing it converts the texts that are there.
 class RASTERLOOM_API IptcDictionary final : public MetadataDictionary {
 public:
+    /// The key of the data set of that name, in record 2.
     static constexpr std::uint32_t ObjectName = 0x205;
     static constexpr std::uint32_t Urgency = 0x20A;
     static constexpr std::uint32_t Category = 0x20F;
@@ -39,6 +40,7 @@ public:
     static constexpr std::uint32_t Caption = 0x278;
     static constexpr std::uint32_t Writer = 0x27A;
 
+    /// Without entries.
     IptcDictionary();
     /// A copy of the other's contents.
     explicit IptcDictionary(IptcDictionary& other);
@@ -46,6 +48,7 @@ public:
     explicit IptcDictionary(std::unique_ptr<ImagingFramework::IptcDataStorage> data);
     ~IptcDictionary() override;
 
+    /// A copy of the contents.
     std::unique_ptr<IptcDictionary> Clone();
 
     /// Internal: the engine's object, without the lock.

@@ -8,8 +8,10 @@ namespace Corvane::Rasterloom::Codecs {
 /// Settings for JPEG files, and the metadata blocks that they get: none at first.
 class RASTERLOOM_API JpegEncoderOptions : public EncoderOptions, public MetadataWriteSupport {
 public:
+    /// What the quality is at first.
     static constexpr std::int32_t DefaultQuality = 75;
 
+    /// With the settings given; the others are as said at the members. Fails as they do.
     JpegEncoderOptions();
     explicit JpegEncoderOptions(std::int32_t quality);
     JpegEncoderOptions(std::int32_t quality, bool isProgressive);
@@ -25,8 +27,8 @@ public:
     /// Colour at half the resolution of brightness, on both axes. True at first.
     bool get_ChromaSubsamplingEnabled() const noexcept { return m_settings.ChromaSubsamplingEnabled; }
     void set_ChromaSubsamplingEnabled(bool enabled) noexcept { m_settings.ChromaSubsamplingEnabled = enabled; }
-    /// Rows of coded units from one restart marker to the next, 0 (at first) for no markers. Outside 0 to 65535 fails with
-    /// `Host::ArgumentOutOfRangeException` ("restartInterval").
+    /// Rows of coded units from one restart marker to the next, 0 (at first) for no markers. Outside 0 to 65535 fails
+    /// with `Host::ArgumentOutOfRangeException` ("restartInterval").
     std::int32_t get_RestartInterval() const noexcept { return m_settings.RestartInterval; }
     void set_RestartInterval(std::int32_t restartInterval);
 
@@ -34,10 +36,10 @@ public:
 
     /// The settings that a frame has as well.
     struct Settings {
-        std::int32_t Quality = DefaultQuality;
-        bool IsProgressive = false;
-        bool ChromaSubsamplingEnabled = true;
-        std::int32_t RestartInterval = 0;
+        std::int32_t Quality = DefaultQuality; ///< as `get_Quality`
+        bool IsProgressive = false; ///< as `get_IsProgressive`
+        bool ChromaSubsamplingEnabled = true; ///< as `get_ChromaSubsamplingEnabled`
+        std::int32_t RestartInterval = 0; ///< as `get_RestartInterval`
     };
     const Settings& get__Settings() const noexcept { return m_settings; }
     void set__Settings(const Settings& settings) noexcept { m_settings = settings; }

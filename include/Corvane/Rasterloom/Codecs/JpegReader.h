@@ -9,10 +9,11 @@ namespace Corvane::Rasterloom::Codecs {
 class JpegFrame;
 class MetadataReadCells;
 
-/// Reads JPEG files. The frames are `JpegFrame`s. Metadata blocks are read when they are first asked for; a broken one fails
-/// then, and never stops the pixels. They fail with `ObjectNotOpenedException` ("reader") while no file is open.
+/// Reads JPEG files. The frames are `JpegFrame`s. Metadata blocks are read when they are first asked for; a broken one
+/// fails then, and never stops the pixels. They fail with `ObjectNotOpenedException` ("reader") while no file is open.
 class RASTERLOOM_API JpegReader : public FormatReader, public IMetadataReadSupport {
 public:
+    /// Closed, or opened as `Open` does.
     JpegReader();
     explicit JpegReader(const std::shared_ptr<Host::Stream>& stream);
     explicit JpegReader(const std::filesystem::path& fileName);
@@ -25,8 +26,8 @@ public:
     std::string get_Xmp() override;
     std::shared_ptr<AdobeResourceDictionary> get_AdobeResources() override;
 
-    /// Whether thumbnails are made from a frame that the decoder has already reduced by 2, 4 or 8: several times faster,
-    /// with slightly other numbers. False at first.
+    /// Whether thumbnails are made from a frame that the decoder has already reduced by 2, 4 or 8: several times
+    /// faster, with slightly other numbers. False at first.
     bool get_FastThumbnails();
     void set_FastThumbnails(bool value);
 

@@ -6,11 +6,12 @@
 namespace Corvane::Rasterloom::Codecs {
 
 /// Writes JPEG files of one frame. Frames that are no `JpegFrame` are written with the settings that
-/// `JpegEncoderOptions` begin with. The metadata blocks are those set here or imported with options. Too much of one fails
-/// when the frame is added: EXIF above a segment's size with `UnexpectedException`, XMP above 65,502 bytes with
+/// `JpegEncoderOptions` begin with. The metadata blocks are those set here or imported with options. Too much of one
+/// fails when the frame is added: EXIF above a segment's size with `UnexpectedException`, XMP above 65,502 bytes with
 /// `Host::ArgumentException`.
 class RASTERLOOM_API JpegWriter : public FormatWriter, public MetadataWriteSupport {
 public:
+    /// Closed, or opened as `Open` does.
     JpegWriter();
     explicit JpegWriter(const std::shared_ptr<Host::Stream>& stream);
     explicit JpegWriter(const std::filesystem::path& fileName);

@@ -39,6 +39,7 @@ using MetadataEntry = std::pair<std::uint32_t, MetadataValue>;
 /// keys and values there are. Every call takes the lock. Of a 64-bit key the low 32 bits count.
 class RASTERLOOM_API MetadataDictionary : public LockableObject {
 public:
+    /// What the values stand in: the engine's.
     using Storage = ImagingFramework::IDictionary<std::uint32_t, ImagingFramework::DataItem>;
 
     ~MetadataDictionary() override;
@@ -49,31 +50,43 @@ public:
     MetadataValue get_Item(std::int64_t key);
     /// No value fails with `Host::ArgumentNullException` ("value").
     void set_Item(std::int64_t key, const MetadataValue& value);
+    /// The keys that have values, in the order of the storage.
     std::vector<std::uint32_t> get_Keys();
     /// The first value of each key, in the order of the keys.
     std::vector<MetadataValue> get_Values();
+    /// Number of keys.
     std::int32_t get_Count();
     /// Fail with `Host::ArgumentException` for a key that exists, and leave it as it is.
     void Add(std::int64_t key, const MetadataValue& value);
     void Add(std::int64_t key, const std::vector<MetadataValue>& values);
+    /// Removes everything.
     void Clear();
+    /// Whether a key has a value.
     bool Contains(std::int64_t key);
+    /// Removes all values of a key.
     void Remove(std::int64_t key);
-    /// Fails with `Host::ArgumentOutOfRangeException` ("index") for a negative index and with `Host::ArgumentException`
+    /// Copies all entries to the places from `index` on. Fails with `Host::ArgumentOutOfRangeException` ("index") for a
+    /// negative index and with `Host::ArgumentException`
     /// ("array") when there is no room.
     void CopyTo(std::span<MetadataEntry> array, std::int32_t index);
-    /// As `get_Item`.
+    /// All values of a key. Fails as `get_Item`.
     std::vector<MetadataValue> GetItemArray(std::int64_t key);
+    /// Replaces all values of a key.
     void SetItemArray(std::int64_t key, const std::vector<MetadataValue>& values);
-    /// The name of a key for people, and its value as a text; empty where the storage has none.
+    /// The name of a key for people; empty where the storage has none.
     std::string GetKeyDescription(std::int64_t key);
+    /// The first value of a key as a text for people; empty where the storage has none.
     std::string GetItemString(std::int64_t key);
     /// A cursor over the entries. The dictionary must outlive it.
     MetadataEnumerator GetEnumerator();
 
+    /// Always false: entries come and go.
     bool get_IsFixedSize() const noexcept { return false; }
+    /// Always false: entries can be set.
     bool get_IsReadOnly() const noexcept { return false; }
+    /// Always true: each call takes the lock.
     bool get_IsSynchronized() const noexcept { return true; }
+    /// The object whose lock it is: this one.
     const MetadataDictionary& get_SyncRoot() const noexcept { return *this; }
 
     /// Internal: the storage, for codecs.
@@ -84,6 +97,7 @@ protected:
     explicit MetadataDictionary(std::unique_ptr<Storage> metaData);
 
     void Dispose(bool disposing) override;
+    /// The low 32 bits.
     static std::uint32_t ConvertKeyToUint(std::int64_t key) noexcept { return static_cast<std::uint32_t>(key); }
 
 private:

@@ -11,12 +11,18 @@ public:
     /// Null fails with `Host::ArgumentNullException` ("metaData").
     explicit MetadataEnumerator(MetadataDictionary* metaData);
 
+    /// Goes to the next entry; false behind the last one.
     bool MoveNext() noexcept;
+    /// Back before the first entry.
     void Reset() noexcept { m_intIndex = -1; }
-    /// These fail with `Host::InvalidOperationException` while the cursor is on no entry.
+    /// The key with its first value. These four fail with `Host::InvalidOperationException` while the cursor is on no
+    /// entry.
     MetadataEntry get_Current() const { return get_Entry(); }
+    /// The same as `Current`.
     MetadataEntry get_Entry() const;
+    /// The key alone.
     std::uint32_t get_Key() const;
+    /// The first value alone.
     MetadataValue get_Value() const;
 
 private:

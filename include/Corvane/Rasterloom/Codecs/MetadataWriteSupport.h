@@ -6,14 +6,19 @@
 
 namespace Corvane::Rasterloom::Codecs {
 
-/// The blocks that go into a file, for writers and options of formats that can hold them. Objects are shared with the host,
-/// not copied, until a file is written. Thread-safe.
+/// The blocks that go into a file, for writers and options of formats that can hold them. Objects are shared with the
+/// host, not copied, until a file is written. Thread-safe.
 class RASTERLOOM_API MetadataWriteSupport : public IMetadataWriteSupport {
 public:
+    /// All blocks at once; null, or empty, is none.
     struct Blocks {
+        /// EXIF.
         std::shared_ptr<ExifDictionary> Exif;
+        /// IPTC.
         std::shared_ptr<IptcDictionary> Iptc;
+        /// An XMP packet in UTF-8.
         std::string Xmp;
+        /// Image resources.
         std::shared_ptr<AdobeResourceDictionary> AdobeResources;
     };
 

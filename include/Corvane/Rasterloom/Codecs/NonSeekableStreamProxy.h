@@ -20,6 +20,7 @@ public:
     explicit NonSeekableStreamProxy(std::shared_ptr<Host::Stream> stream);
     ~NonSeekableStreamProxy() override;
 
+    /// Whether it stands on the stream or on a copy.
     ProxyMode get_Mode() const { return m_enMode; }
     bool get_CanRead() const override { return m_pStream != nullptr && m_pStream->get_CanRead(); }
     bool get_CanWrite() const override { return m_pStream != nullptr && m_pStream->get_CanWrite(); }

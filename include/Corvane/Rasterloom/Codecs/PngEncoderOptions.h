@@ -11,6 +11,7 @@ public:
     /// A sound compromise of size and time.
     static constexpr std::int32_t DefaultCompressionLevel = -1;
 
+    /// With the settings given; the others are as said at the members.
     PngEncoderOptions();
     explicit PngEncoderOptions(bool interlaced);
     ~PngEncoderOptions() override;
@@ -30,9 +31,9 @@ public:
 
     /// The settings that a frame has as well.
     struct Settings {
-        bool Interlaced = false;
-        std::int32_t CompressionLevel = DefaultCompressionLevel;
-        PngFilter Filter = PngFilter::Default;
+        bool Interlaced = false; ///< as `get_Interlaced`
+        std::int32_t CompressionLevel = DefaultCompressionLevel; ///< as `get_CompressionLevel`
+        PngFilter Filter = PngFilter::Default; ///< as `get_Filter`
     };
     const Settings& get__Settings() const noexcept { return m_settings; }
     void set__Settings(const Settings& settings) noexcept { m_settings = settings; }

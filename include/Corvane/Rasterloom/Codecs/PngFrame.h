@@ -7,7 +7,8 @@ namespace Corvane::Rasterloom::Codecs {
 
 class PngReader;
 
-/// The frame of a PNG file. Settings are as in `PngEncoderOptions`; in a frame of a reader `Interlaced` is that of the file.
+/// The frame of a PNG file. Settings are as in `PngEncoderOptions`; in a frame of a reader `Interlaced` is that of the
+/// file.
 class RASTERLOOM_API PngFrame : public Frame {
 public:
     /// For writing. A bitmap is copied; null fails as in `SetBitmap`.
@@ -17,10 +18,13 @@ public:
     PngFrame(Bitmap* bitmap, bool interlaced);
     ~PngFrame() override;
 
+    /// Whether the frame is written in seven passes of growing detail.
     bool get_Interlaced();
     void set_Interlaced(bool interlaced);
+    /// 0 to 9 or `PngEncoderOptions::DefaultCompressionLevel`; fails as in the options.
     std::int32_t get_CompressionLevel();
     void set_CompressionLevel(std::int32_t compressionLevel);
+    /// How lines are prepared; fails as in the options.
     PngFilter get_Filter();
     void set_Filter(PngFilter filter);
 

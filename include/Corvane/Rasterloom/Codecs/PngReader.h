@@ -9,6 +9,7 @@ class PngFrame;
 /// Reads PNG files. The frames are `PngFrame`s. Gray of 1, 2 and 4 bits is read as indices into a gray palette.
 class RASTERLOOM_API PngReader : public FormatReader {
 public:
+    /// Closed, or opened as `Open` does.
     PngReader();
     explicit PngReader(const std::shared_ptr<Host::Stream>& stream);
     explicit PngReader(const std::filesystem::path& fileName);

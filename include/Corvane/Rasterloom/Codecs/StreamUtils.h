@@ -14,12 +14,15 @@ class RASTERLOOM_API StreamUtils {
 public:
     StreamUtils() = delete;
 
+    /// `count` bytes from the position of the source to the position of the destination.
     static std::uint64_t Copy(const std::shared_ptr<Host::Stream>& pSrcStream,
                               const std::shared_ptr<Host::Stream>& pDestStream, std::uint64_t count);
     /// As many bytes as the source is long, from its position on.
     static std::uint64_t Copy(const std::shared_ptr<Host::Stream>& pSrcStream,
                               const std::shared_ptr<Host::Stream>& pDestStream);
+    /// From the position of the source to memory, which has room for `count` bytes.
     static std::uint64_t Copy(const std::shared_ptr<Host::Stream>& pSrcStream, void* pDestBuffer, std::uint64_t count);
+    /// From memory to the position of the destination.
     static std::uint64_t Copy(const void* pSrcBuffer, const std::shared_ptr<Host::Stream>& pDestStream,
                               std::uint64_t count);
 };

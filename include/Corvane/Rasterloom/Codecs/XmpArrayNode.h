@@ -24,11 +24,14 @@ public:
     ~XmpArrayNode() override;
 
     std::int32_t get_Count() override;
+    /// The item at a position, from 0.
     std::shared_ptr<XmpNode> get_Item(std::int32_t index);
     void set_Item(std::int32_t index, std::shared_ptr<XmpNode> value);
     /// The position of the new item.
     std::int32_t Add(std::shared_ptr<XmpNode> value);
+    /// Removes all items.
     void Clear();
+    /// Whether the node itself is one of the items.
     bool Contains(const XmpNode* value);
     /// -1 when it is not there.
     std::int32_t IndexOf(const XmpNode* value);
@@ -36,6 +39,7 @@ public:
     void Insert(std::int32_t index, std::shared_ptr<XmpNode> value);
     /// The first of its places; does nothing when it is not there.
     void Remove(const XmpNode* value);
+    /// Removes the item at a position.
     void RemoveAt(std::int32_t index);
     /// Fails with `Host::ArgumentException` ("array") when there is no room.
     void CopyTo(std::span<std::shared_ptr<XmpNode>> array, std::int32_t index);

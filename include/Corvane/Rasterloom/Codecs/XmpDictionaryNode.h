@@ -17,6 +17,7 @@ public:
     void _TakeNodes(std::vector<std::shared_ptr<XmpNode>>& nodes) override { _TakeValues(nodes); }
 
 protected:
+    /// As the constructors of `XmpNode`.
     explicit XmpDictionaryNode(XmpNodeType nodeType);
     XmpDictionaryNode(XmpNodeType nodeType, std::string_view name);
     XmpDictionaryNode(XmpNodeType nodeType, const XmpNamespace* ns, std::string_view name);

@@ -11,6 +11,7 @@ public:
     XmpLocalizedTextItemNode(std::string language, std::string value);
     ~XmpLocalizedTextItemNode() override;
 
+    /// The text, UTF-8.
     std::string get_Value();
     /// UTF-8. Control characters are saved as spaces.
     void set_Value(std::string value);

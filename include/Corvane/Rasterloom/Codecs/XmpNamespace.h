@@ -26,14 +26,18 @@ public:
     /// `Host::ArgumentException` when the URI has another prefix, when the prefix is another URI's, and for texts that
     /// XML cannot hold there, and with `UnexpectedException` when the process knows too many.
     static const XmpNamespace* AddNamespace(std::string_view uri, std::string_view prefix);
-    /// These give null for one that is not known.
+    /// The namespace of a URI. This and the next give null for one that is not known.
     static const XmpNamespace* GetNamespaceByUri(std::string_view uri);
+    /// The namespace of a prefix without its colon.
     static const XmpNamespace* GetNamespaceByPrefix(std::string_view prefix);
     /// In the order in which they became known. Fails with `Host::ArgumentOutOfRangeException` ("index").
     static const XmpNamespace* GetNamespaceByIndex(std::int32_t index);
+    /// How many are known to the process.
     static std::int32_t get_NamespaceCount();
 
+    /// As it stands in packets.
     const std::string& get_Uri() const noexcept;
+    /// Without a colon.
     const std::string& get_Prefix() const noexcept;
 
     /// Internal: the object for the engine's, which must not be null.

@@ -20,6 +20,7 @@ class RASTERLOOM_API XmpNode : public LockableObject {
 public:
     ~XmpNode() override;
 
+    /// What the node is; fixed.
     XmpNodeType get_NodeType() const noexcept { return m_enNodeType; }
     /// The qualified name, such as "dc:title"; the language of an item of a localized text; empty for items of arrays.
     const std::string& get_Name() const noexcept { return m_strName; }
@@ -27,7 +28,9 @@ public:
     const XmpNamespace* get_Namespace() const noexcept { return m_pNamespace; }
     /// Number of nodes in it.
     virtual std::int32_t get_Count() = 0;
+    /// A cursor over the nodes that are in it now.
     XmpNodeEnumerator GetEnumerator();
+    /// Whether it is the same object.
     bool Equals(const XmpNode* other) const noexcept { return this == other; }
 
     /// Fails with `Host::ArgumentException` ("name") when a name is not a prefix that is known, a colon and a name of

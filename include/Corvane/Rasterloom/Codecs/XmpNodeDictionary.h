@@ -22,6 +22,7 @@ class XmpNodeTable;
 /// the node does not belong there ("node" or "name") and when it would come to lie inside itself ("value").
 class RASTERLOOM_API XmpNodeDictionary {
 public:
+    /// A name with its node.
     using Entry = std::pair<std::string, std::shared_ptr<XmpNode>>;
 
     XmpNodeDictionary(const XmpNodeDictionary&) = delete;
@@ -31,8 +32,11 @@ public:
     std::shared_ptr<XmpNode> get_Item(std::string_view key);
     /// Replaces the node of the name, or adds it.
     void set_Item(std::string_view key, std::shared_ptr<XmpNode> value);
+    /// The names, in the order in which they came.
     std::vector<std::string> get_Keys();
+    /// The nodes in the same order.
     std::vector<std::shared_ptr<XmpNode>> get_Values();
+    /// Number of nodes.
     std::int32_t get_Count();
     /// The namespaces of the nodes, each once.
     std::vector<const XmpNamespace*> get_Namespaces();
@@ -41,16 +45,20 @@ public:
     void Add(std::string_view key, std::shared_ptr<XmpNode> value);
     /// `Add` and `set_Item` with the node's own name.
     void AddNode(std::shared_ptr<XmpNode> node);
+    /// See `AddNode`.
     void SetNode(std::shared_ptr<XmpNode> node);
+    /// Removes all nodes.
     void Clear();
+    /// Whether there is a node of the name.
     bool Contains(std::string_view key);
     /// Does nothing when there is no such node.
     void Remove(std::string_view key);
     /// The names in a namespace; null fails with `Host::ArgumentNullException` ("ns").
     std::vector<std::string> FindKeysByNamespace(const XmpNamespace* ns);
-    /// Fails with `Host::ArgumentOutOfRangeException` ("index") for a negative index and with `Host::ArgumentException`
-    /// ("array") when there is no room.
+    /// Copies all entries to the places from `index` on. Fails with `Host::ArgumentOutOfRangeException` ("index") for a
+    /// negative index and with `Host::ArgumentException` ("array") when there is no room.
     void CopyTo(std::span<Entry> array, std::int32_t index);
+    /// A cursor over the nodes that are there now.
     XmpNodeEnumerator GetEnumerator();
 
     /// @name Lock-free bodies

@@ -13,9 +13,12 @@ class XmpNode;
 /// A cursor over the nodes that an object held when it was made, at first before the first of them.
 class RASTERLOOM_API XmpNodeEnumerator {
 public:
+    /// Before the first of these nodes.
     explicit XmpNodeEnumerator(std::vector<std::shared_ptr<XmpNode>> nodes) noexcept;
 
+    /// Goes to the next node; false behind the last one.
     bool MoveNext() noexcept;
+    /// Back before the first node.
     void Reset() noexcept { m_uintNext = 0; }
     /// Fails with `Host::InvalidOperationException` while the cursor is on no node.
     std::shared_ptr<XmpNode> get_Current() const;

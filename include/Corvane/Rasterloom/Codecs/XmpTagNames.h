@@ -10,7 +10,7 @@ class XmpTagNames {
 public:
     XmpTagNames() = delete;
 
-    // Dublin Core
+    /// Dublin Core: the qualified name of a property.
     static constexpr std::string_view DCContributor = "dc:contributor";
     static constexpr std::string_view DCCoverage = "dc:coverage";
     static constexpr std::string_view DCCreator = "dc:creator";
@@ -27,7 +27,7 @@ public:
     static constexpr std::string_view DCTitle = "dc:title";
     static constexpr std::string_view DCType = "dc:type";
 
-    // XMP basic
+    /// XMP basic: the qualified name of a property.
     static constexpr std::string_view XmpAdvisory = "xmp:Advisory";
     static constexpr std::string_view XmpBaseURL = "xmp:BaseURL";
     static constexpr std::string_view XmpCreateDate = "xmp:CreateDate";
@@ -40,17 +40,17 @@ public:
     static constexpr std::string_view XmpRating = "xmp:Rating";
     static constexpr std::string_view XmpThumbnails = "xmp:Thumbnails";
 
-    // Qualifiers of identifiers
+    /// Qualifiers of identifiers: the qualified name of a property.
     static constexpr std::string_view XmpIdqScheme = "xmpidq:Scheme";
 
-    // Rights management
+    /// Rights management: the qualified name of a property.
     static constexpr std::string_view XmpRightsCertificate = "xmpRights:Certificate";
     static constexpr std::string_view XmpRightsMarked = "xmpRights:Marked";
     static constexpr std::string_view XmpRightsOwner = "xmpRights:Owner";
     static constexpr std::string_view XmpRightsUsageTerms = "xmpRights:UsageTerms";
     static constexpr std::string_view XmpRightsWebStatement = "xmpRights:WebStatement";
 
-    // Media management
+    /// Media management: the qualified name of a property.
     static constexpr std::string_view XmpMMDerivedFrom = "xmpMM:DerivedFrom";
     static constexpr std::string_view XmpMMDocumentID = "xmpMM:DocumentID";
     static constexpr std::string_view XmpMMHistory = "xmpMM:History";
@@ -67,17 +67,17 @@ public:
     static constexpr std::string_view XmpMMRenditionOf = "xmpMM:RenditionOf";
     static constexpr std::string_view XmpMMSaveID = "xmpMM:SaveID";
 
-    // Basic job tickets
+    /// Basic job tickets: the qualified name of a property.
     static constexpr std::string_view XmpBJJobRef = "xmpBJ:JobRef";
 
-    // Paged text
+    /// Paged text: the qualified name of a property.
     static constexpr std::string_view XmpTPgMaxPageSize = "xmpTPg:MaxPageSize";
     static constexpr std::string_view XmpTPgNPages = "xmpTPg:NPages";
     static constexpr std::string_view XmpTPgFonts = "xmpTPg:Fonts";
     static constexpr std::string_view XmpTPgColorants = "xmpTPg:Colorants";
     static constexpr std::string_view XmpTPgPlateNames = "xmpTPg:PlateNames";
 
-    // Dynamic media
+    /// Dynamic media: the qualified name of a property.
     static constexpr std::string_view XmpDMProjectRef = "xmpDM:projectRef";
     static constexpr std::string_view XmpDMVideoFrameRate = "xmpDM:videoFrameRate";
     static constexpr std::string_view XmpDMVideoFrameSize = "xmpDM:videoFrameSize";
@@ -135,12 +135,12 @@ public:
     static constexpr std::string_view XmpDMTimeSignature = "xmpDM:timeSignature";
     static constexpr std::string_view XmpDMScaleType = "xmpDM:scaleType";
 
-    // PDF
+    /// PDF: the qualified name of a property.
     static constexpr std::string_view PdfKeywords = "pdf:Keywords";
     static constexpr std::string_view PdfPDFVersion = "pdf:PDFVersion";
     static constexpr std::string_view PdfProducer = "pdf:Producer";
 
-    // Photoshop
+    /// Photoshop: the qualified name of a property.
     static constexpr std::string_view PhotoshopAuthorsPosition = "photoshop:AuthorsPosition";
     static constexpr std::string_view PhotoshopCaptionWriter = "photoshop:CaptionWriter";
     static constexpr std::string_view PhotoshopCategory = "photoshop:Category";
@@ -156,7 +156,7 @@ public:
     static constexpr std::string_view PhotoshopTransmissionReference = "photoshop:TransmissionReference";
     static constexpr std::string_view PhotoshopUrgency = "photoshop:Urgency";
 
-    // Camera raw settings
+    /// Camera raw settings: the qualified name of a property.
     static constexpr std::string_view CrsAutoBrightness = "crs:AutoBrightness";
     static constexpr std::string_view CrsAutoContrast = "crs:AutoContrast";
     static constexpr std::string_view CrsAutoExposure = "crs:AutoExposure";
@@ -199,7 +199,7 @@ public:
     static constexpr std::string_view CrsVignetteMidpoint = "crs:VignetteMidpoint";
     static constexpr std::string_view CrsWhiteBalance = "crs:WhiteBalance";
 
-    // TIFF
+    /// TIFF: the qualified name of a property.
     static constexpr std::string_view TiffImageWidth = "tiff:ImageWidth";
     static constexpr std::string_view TiffImageLength = "tiff:ImageLength";
     static constexpr std::string_view TiffBitsPerSample = "tiff:BitsPerSample";
@@ -226,7 +226,7 @@ public:
     static constexpr std::string_view TiffArtist = "tiff:Artist";
     static constexpr std::string_view TiffCopyright = "tiff:Copyright";
 
-    // Exif
+    /// Exif: the qualified name of a property.
     static constexpr std::string_view ExifExifVersion = "exif:ExifVersion";
     static constexpr std::string_view ExifFlashpixVersion = "exif:FlashpixVersion";
     static constexpr std::string_view ExifColorSpace = "exif:ColorSpace";
@@ -306,7 +306,7 @@ public:
     static constexpr std::string_view ExifGPSAreaInformation = "exif:GPSAreaInformation";
     static constexpr std::string_view ExifGPSDifferential = "exif:GPSDifferential";
 
-    // Additional Exif properties
+    /// Additional Exif properties: the qualified name of a property.
     static constexpr std::string_view AuxLens = "aux:Lens";
     static constexpr std::string_view AuxSerialNumber = "aux:SerialNumber";
 };

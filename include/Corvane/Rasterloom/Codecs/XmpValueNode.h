@@ -16,6 +16,7 @@ public:
     XmpValueNode(XmpNodeType nodeType, std::string value, const XmpNamespace* ns, std::string_view name);
     ~XmpValueNode() override;
 
+    /// The text, UTF-8.
     std::string get_Value();
     /// UTF-8. Control characters are saved as spaces.
     void set_Value(std::string value);

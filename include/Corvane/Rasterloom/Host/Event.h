@@ -34,7 +34,9 @@ public:
 /// before is not waited for.
 class [[nodiscard]] Subscription {
 public:
+    /// Stands for no subscription.
     Subscription() = default;
+    /// Made by `Event::Subscribe`.
     Subscription(std::weak_ptr<Detail::EventListBase> list, std::shared_ptr<Detail::EventSlotBase> slot) noexcept
         : m_pList(std::move(list)), m_pSlot(std::move(slot)) {}
     Subscription(Subscription&& other) noexcept = default;
@@ -71,6 +73,7 @@ private:
 template <class Args>
 class Event {
 public:
+    /// What is called; it may be called by several threads at once.
     using Handler = std::function<void(Args&)>;
 
     Event() = default;
@@ -102,6 +105,7 @@ public:
     }
     void Raise(Args&& args) const { Raise(args); }
 
+    /// Whether anyone listens at this moment.
     bool HasSubscribers() const { return !m_pList->Snapshot()->empty(); }
 
 private:

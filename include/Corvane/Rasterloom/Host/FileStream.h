@@ -11,6 +11,7 @@ class FileHandle;
 
 namespace Corvane::Rasterloom::Host {
 
+/// How a file is opened.
 enum class FileMode : std::uint32_t {
     CreateNew = 1,    ///< the file must not exist
     Create = 2,       ///< made, or truncated
@@ -20,6 +21,7 @@ enum class FileMode : std::uint32_t {
     Append = 6,       ///< as `OpenOrCreate`, and the position is the end
 };
 
+/// What a file is opened for.
 enum class FileAccess : std::uint32_t { Read = 1, Write = 2, ReadWrite = 3 };
 
 /// A stream over a file, without a buffer of its own. Pipes and terminals cannot seek.
@@ -30,6 +32,7 @@ public:
     FileStream(const std::filesystem::path& path, FileMode mode, FileAccess access = FileAccess::ReadWrite);
     ~FileStream() override;
 
+    /// The name that it was opened by.
     const std::filesystem::path& get_Name() const { return m_strName; }
     bool get_CanRead() const override;
     bool get_CanWrite() const override;

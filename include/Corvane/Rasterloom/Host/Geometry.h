@@ -4,40 +4,47 @@
 
 namespace Corvane::Rasterloom::Host {
 
+/// A position in whole steps.
 struct Point {
-    std::int32_t X = 0;
-    std::int32_t Y = 0;
+    std::int32_t X = 0; ///< to the right
+    std::int32_t Y = 0; ///< downwards
     constexpr bool operator==(const Point&) const = default;
 };
 
+/// A position.
 struct PointF {
-    float X = 0;
-    float Y = 0;
+    float X = 0; ///< to the right
+    float Y = 0; ///< downwards
     constexpr bool operator==(const PointF&) const = default;
 };
 
+/// A size in whole steps.
 struct Size {
-    std::int32_t Width = 0;
-    std::int32_t Height = 0;
+    std::int32_t Width = 0; ///< of the horizontal side
+    std::int32_t Height = 0; ///< of the vertical side
     constexpr bool operator==(const Size&) const = default;
+    /// True for a size that is not positive.
     constexpr bool IsEmpty() const { return Width <= 0 || Height <= 0; }
 };
 
 /// A rectangle by its top left corner and its size; the right and bottom edges lie outside.
 struct Rectangle {
-    std::int32_t Left = 0;
-    std::int32_t Top = 0;
-    std::int32_t Width = 0;
-    std::int32_t Height = 0;
+    std::int32_t Left = 0; ///< of the left edge
+    std::int32_t Top = 0; ///< of the upper edge
+    std::int32_t Width = 0; ///< of the horizontal side
+    std::int32_t Height = 0; ///< of the vertical side
     constexpr bool operator==(const Rectangle&) const = default;
+    /// True for a size that is not positive.
     constexpr bool IsEmpty() const { return Width <= 0 || Height <= 0; }
 };
 
+/// The same with fractions.
 struct RectangleF {
-    float Left = 0;
-    float Top = 0;
-    float Width = 0;
-    float Height = 0;
+    float Left = 0; ///< of the left edge
+    float Top = 0; ///< of the upper edge
+    float Width = 0; ///< of the horizontal side
+    float Height = 0; ///< of the vertical side
+    /// All 0 unless given.
     constexpr RectangleF() = default;
     constexpr RectangleF(float left, float top, float width, float height)
         : Left(left), Top(top), Width(width), Height(height) {}

@@ -14,6 +14,7 @@ namespace Corvane::Rasterloom::Host {
 /// A stream over bytes of its own, which grow as they are written.
 class RASTERLOOM_API MemoryStream : public Stream {
 public:
+    /// Without bytes, or with these; the position is 0.
     MemoryStream();
     explicit MemoryStream(std::vector<std::uint8_t> bytes);
     ~MemoryStream() override;

@@ -12,6 +12,7 @@ namespace Corvane::Rasterloom::Host {
 /// and writing, also where the standard stream has two; it begins where the standard stream stands.
 class RASTERLOOM_API StdStream : public Stream {
 public:
+    /// For reading, writing, or both, as the stream allows.
     explicit StdStream(std::istream& stream);
     explicit StdStream(std::ostream& stream);
     explicit StdStream(std::iostream& stream);

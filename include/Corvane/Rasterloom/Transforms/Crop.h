@@ -9,7 +9,7 @@ namespace Corvane::Rasterloom::Transforms {
 /// filled with a background colour; in an indexed bitmap, which keeps its palette, with the entry nearest to it.
 class RASTERLOOM_API Crop final : public BitmapTransform {
 public:
-    /// The pixel in the corner, over a background of transparent white.
+    /// The pixel in the corner over a background of transparent white, unless given.
     Crop();
     explicit Crop(const Host::RectangleF& rectangle);
     Crop(const Host::RectangleF& rectangle, const Color& background);
@@ -17,8 +17,8 @@ public:
     Crop(float left, float top, float width, float height, const Color& background);
     ~Crop() override;
 
-    /// In the current `Unit`; a negative size becomes 0. Sizes that round to 0 pixels fail when the transform is applied,
-    /// with `Host::ArgumentOutOfRangeException`.
+    /// In the current `Unit`; a negative size becomes 0. Sizes that round to 0 pixels fail when the transform is
+    /// applied, with `Host::ArgumentOutOfRangeException`.
     Host::RectangleF get_Rectangle();
     void set_Rectangle(const Host::RectangleF& rectangle);
     /// Converted to the bitmap's colour space. The packed 16-bit formats take its bytes as they are, so that black and

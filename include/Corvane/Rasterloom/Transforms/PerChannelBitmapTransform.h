@@ -11,10 +11,11 @@ class PerChannelTransform;
 
 namespace Corvane::Rasterloom::Transforms {
 
-/// The base of operations that work on some channels and keep the others. All colour channels are selected at first, alpha
-/// is left alone.
+/// The base of operations that work on some channels and keep the others. All colour channels are selected at first,
+/// alpha is left alone.
 class RASTERLOOM_API PerChannelBitmapTransform : public MaskedBitmapTransform {
 public:
+    /// The most channels that a format has.
     static constexpr std::size_t ChannelCount = 5;
 
     ~PerChannelBitmapTransform() override;
@@ -23,7 +24,9 @@ public:
     std::vector<bool> get_Channels();
     /// Another number than 5 fails with `Host::ArgumentOutOfRangeException` ("channels").
     void set_Channels(const std::vector<bool>& channels);
+    /// All colour channels.
     void SelectAllChannels();
+    /// None: the operation leaves everything as it is.
     void DeselectAllChannels();
     /// Whether alpha counts among the channels that are worked on.
     bool get_ApplyOnAlpha();

@@ -8,11 +8,12 @@ namespace Corvane::Rasterloom::Transforms {
 
 /// Resamples a bitmap to a new size.
 ///
-/// Sizes are in the current `Unit`. With both at 0 or below the source's size stands; with one, that side follows the other
-/// in the source's proportions. Indexed bitmaps take `NearestNeighbour`, which keeps the palette, and `ScaleToGray`, which
-/// gives colours; the quality levels choose for themselves.
+/// Sizes are in the current `Unit`. With both at 0 or below the source's size stands; with one, that side follows the
+/// other in the source's proportions. Indexed bitmaps take `NearestNeighbour`, which keeps the palette, and
+/// `ScaleToGray`, which gives colours; the quality levels choose for themselves.
 class RASTERLOOM_API Resize final : public BitmapTransform {
 public:
+    /// Sizes in the current `Unit`, 0 unless given; `MediumQuality` and `ResizeMode::Resize` unless given.
     Resize();
     Resize(float width, float height);
     Resize(float width, float height, InterpolationMode interpolationMode);
@@ -20,17 +21,23 @@ public:
     Resize(float width, float height, InterpolationMode interpolationMode, ResizeMode resizeMode);
     ~Resize() override;
 
+    /// The wanted width in the current `Unit`; 0 follows the height.
     float get_Width();
     /// A negative size fails with `Host::ArgumentOutOfRangeException` ("width").
     void set_Width(float width);
+    /// The wanted height, alike.
     float get_Height();
     void set_Height(float height);
+    /// The wanted size in pixels.
     std::int32_t get_WidthInPixels();
     std::int32_t get_HeightInPixels();
+    /// How the wanted size is read. A value without a name fails with `Host::ArgumentException`.
     ResizeMode get_ResizeMode();
     void set_ResizeMode(ResizeMode resizeMode);
+    /// How samples are computed; fails alike.
     InterpolationMode get_InterpolationMode();
     void set_InterpolationMode(InterpolationMode interpolationMode);
+    /// Whether `CropRectangle` counts; false at first.
     bool get_CropEnabled();
     void set_CropEnabled(bool cropEnabled);
     /// In coordinates of the result: only that part of it is computed, when cropping is enabled.

@@ -9,10 +9,12 @@ namespace Corvane::Rasterloom::Transforms {
 /// are, also where width and height change places.
 class RASTERLOOM_API RotateAndFlip final : public BitmapTransform {
 public:
+    /// `RotateNoneFlipNone` unless given.
     RotateAndFlip();
     explicit RotateAndFlip(Host::RotateFlipType mode);
     ~RotateAndFlip() override;
 
+    /// What is done.
     Host::RotateFlipType get_Mode();
     /// A value without a name fails with `Host::ArgumentException` ("mode").
     void set_Mode(Host::RotateFlipType mode);
