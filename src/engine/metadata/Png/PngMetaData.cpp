@@ -67,6 +67,8 @@ bool PngMetaData::SetItem(ItemTag& tag) {
     case MetaDataId::FrameBitmap:
         EncodeFrame(static_cast<BitmapData&>(tag), 0, 0);
         return true;
+    case MetaDataId::MediaFormat:
+        return static_cast<FileFormat>(tag) == FileFormat::Png;
     case MetaDataId::FrameCompression:
         return static_cast<FrameCompressionType>(tag) == FrameCompressionType::Zip;
     case MetaDataId::Interlaced:
