@@ -2,8 +2,12 @@
 // that end too early. Nothing may crash, leak or change the bitmap, and the failure must arrive as it was.
 
 #include <Corvane/Rasterloom/Bitmap.h>
-#include <Corvane/Rasterloom/Codecs/EncoderOptions.h>
+#include <Corvane/Rasterloom/Codecs/ExifDictionary.h>
 #include <Corvane/Rasterloom/Codecs/FormatManager.h>
+#include <Corvane/Rasterloom/Codecs/IptcDictionary.h>
+#include <Corvane/Rasterloom/Codecs/JpegEncoderOptions.h>
+#include <Corvane/Rasterloom/Codecs/PngEncoderOptions.h>
+#include <Corvane/Rasterloom/ColorManagementProvider.h>
 #include <Corvane/Rasterloom/Exceptions.h>
 #include <Corvane/Rasterloom/Host/MemoryStream.h>
 
@@ -19,38 +23,91 @@ struct HostFailure : std::runtime_error {
     HostFailure() : std::runtime_error("the host's own failure") {}
 };
 
-/// A memory stream whose reads or writes fail from a byte on.
+constexpr std::int64_t NoLimit = std::int64_t{1} << 40;
+
+/// A memory stream that fails at a byte, after moving those before it, or at a call.
 class FailingStream : public Host::MemoryStream {
 public:
-    explicit FailingStream(std::vector<std::uint8_t> bytes, std::int64_t readLimit, std::int64_t writeLimit)
-        : MemoryStream(std::move(bytes)), m_readLimit(readLimit), m_writeLimit(writeLimit) {}
+    explicit FailingStream(std::vector<std::uint8_t> bytes, std::int64_t readLimit = NoLimit,
+                           std::int64_t writeLimit = NoLimit, std::int64_t callLimit = NoLimit)
+        : MemoryStream(std::move(bytes)), m_readLimit(readLimit), m_writeLimit(writeLimit), m_callLimit(callLimit) {}
 
     std::size_t Read(void* buffer, std::size_t size) override {
-        Check(size, m_readLimit);
-        return MemoryStream::Read(buffer, size);
+        CountCall();
+        const std::int64_t left = m_readLimit - get_Position();
+        if (left <= 0) {
+            throw HostFailure();
+        }
+        return MemoryStream::Read(buffer, std::min(size, static_cast<std::size_t>(left)));
     }
     void Write(const void* buffer, std::size_t size) override {
-        Check(size, m_writeLimit);
+        CountCall();
+        if (get_Position() + static_cast<std::int64_t>(size) > m_writeLimit) {
+            throw HostFailure();
+        }
         MemoryStream::Write(buffer, size);
     }
+    std::int64_t Seek(std::int64_t offset, Host::SeekOrigin origin) override {
+        CountCall();
+        return MemoryStream::Seek(offset, origin);
+    }
+    std::int64_t get_Calls() const { return m_calls; }
 
 private:
-    void Check(std::size_t size, std::int64_t limit) {
-        if (get_Position() + static_cast<std::int64_t>(size) > limit) {
+    void CountCall() {
+        if (m_calls++ >= m_callLimit) {
             throw HostFailure();
         }
     }
 
     std::int64_t m_readLimit;
     std::int64_t m_writeLimit;
+    std::int64_t m_callLimit;
+    std::int64_t m_calls = 0;
 };
 
-constexpr std::int64_t NoLimit = std::int64_t{1} << 40;
 constexpr std::int32_t Width = 61;
 constexpr std::int32_t Height = 43;
 
+/// A way to write a file: the settings of its format, and the pixels that it is written from.
+struct Way {
+    std::string Name;
+    std::shared_ptr<EncoderOptions> Options;
+    PixelFormat Format = PixelFormat::Format24bppRgb;
+};
+
+std::string NameOf(std::int64_t format) {
+    std::string name = FormatManager::GetFormatName(format);
+    std::erase_if(name, [](unsigned char c) { return std::isalnum(c) == 0; });
+    return name;
+}
+
+std::shared_ptr<JpegEncoderOptions> JpegWithMetadata() {
+    auto options = std::make_shared<JpegEncoderOptions>(75, true);
+    options->set_RestartInterval(1);
+    options->set_Exif(std::make_shared<ExifDictionary>());
+    options->get_Exif()->set_Item(ExifDictionary::Model, std::string("Camera"));
+    options->set_Iptc(std::make_shared<IptcDictionary>());
+    options->get_Iptc()->set_Item(IptcDictionary::Caption, std::string("A caption"));
+    options->set_Xmp("<?xpacket begin='' id='W5M0MpCehiHzreSzNTczkc9d'?><x:xmpmeta xmlns:x='adobe:ns:meta/'/><?xpacket end='w'?>");
+    return options;
+}
+
+/// All formats as they are written by default, and what makes a codec go other ways.
+std::vector<Way> AllWays() {
+    std::vector<Way> ways;
+    for (const std::int64_t format : FormatManager::SupportedMediaFormatsForSave()) {
+        ways.push_back({NameOf(format), FormatManager::CreateEncoderOptions(format)});
+    }
+    ways.push_back({"JpegProgressiveWithMetadata", JpegWithMetadata()});
+    ways.push_back({"JpegCmyk", std::make_shared<JpegEncoderOptions>(), PixelFormat::Format32bppCmyk});
+    ways.push_back({"PngInterlaced", std::make_shared<PngEncoderOptions>(true)});
+    ways.push_back({"PngPalette", std::make_shared<PngEncoderOptions>(), PixelFormat::Format8bppIndexed});
+    return ways;
+}
+
 /// Noise, so that no format packs it into nothing.
-void Fill(Bitmap& bitmap) {
+void Fill(Bitmap& bitmap, PixelFormat format) {
     bitmap.Create(Width, Height, PixelFormat::Format24bppRgb);
     std::uint32_t state = 1;
     for (std::int32_t y = 0; y < Height; ++y) {
@@ -59,23 +116,27 @@ void Fill(Bitmap& bitmap) {
             bitmap.SetPixel(x, y, RgbColor(static_cast<std::int32_t>(state | 0xFF000000U)));
         }
     }
+    bitmap.get_ColorManagement()->Convert(format);
 }
 
-std::vector<std::uint8_t> SaveTo(std::int64_t format, Bitmap& bitmap, std::int64_t writeLimit = NoLimit) {
-    const auto stream = std::make_shared<FailingStream>(std::vector<std::uint8_t>{}, NoLimit, writeLimit);
-    bitmap.Save(stream, FormatManager::CreateEncoderOptions(format).get());
-    return stream->GetBuffer();
+void SaveTo(const std::shared_ptr<FailingStream>& stream, const Way& way, Bitmap& bitmap) {
+    bitmap.Save(stream, way.Options.get());
 }
 
-class CodecFaults : public testing::TestWithParam<std::int64_t> {
+class CodecFaults : public testing::TestWithParam<Way> {
 protected:
     void SetUp() override {
-        Fill(m_source);
-        m_file = SaveTo(GetParam(), m_source);
+        Fill(m_source, GetParam().Format);
+        m_file = Save(m_source);
     }
 
-    void Load(Bitmap& bitmap, std::vector<std::uint8_t> file, std::int64_t readLimit = NoLimit) {
-        bitmap.Load(std::make_shared<FailingStream>(std::move(file), readLimit, NoLimit));
+    static std::vector<std::uint8_t> Save(Bitmap& bitmap, std::int64_t writeLimit = NoLimit) {
+        const auto stream = std::make_shared<FailingStream>(std::vector<std::uint8_t>{}, NoLimit, writeLimit);
+        SaveTo(stream, GetParam(), bitmap);
+        return stream->GetBuffer();
+    }
+    static void Load(Bitmap& bitmap, std::vector<std::uint8_t> file, std::int64_t readLimit = NoLimit) {
+        bitmap.Load(std::make_shared<FailingStream>(std::move(file), readLimit));
     }
 
     Bitmap m_source;
@@ -115,9 +176,9 @@ TEST_P(CodecFaults, ASourceThatFailsIsHeard) {
 TEST_P(CodecFaults, ATargetThatFailsIsHeard) {
     const auto size = static_cast<std::int64_t>(m_file.size());
     for (std::int64_t limit = 0; limit < size; limit += std::max<std::int64_t>(1, size / 40)) {
-        EXPECT_THROW(SaveTo(GetParam(), m_source, limit), HostFailure) << limit;
+        EXPECT_THROW(Save(m_source, limit), HostFailure) << limit;
     }
-    EXPECT_EQ(SaveTo(GetParam(), m_source, size), m_file);
+    EXPECT_EQ(Save(m_source, size), m_file);
 }
 
 TEST_P(CodecFaults, HandlersMayRaiseAndAbortAtEveryStep) {
@@ -140,7 +201,7 @@ TEST_P(CodecFaults, HandlersMayRaiseAndAbortAtEveryStep) {
         }
     };
     const auto load = [this](Bitmap& bitmap) { Load(bitmap, m_file); };
-    const auto save = [](Bitmap& bitmap) { SaveTo(GetParam(), bitmap); };
+    const auto save = [](Bitmap& bitmap) { Save(bitmap); };
     const auto raise = [](Bitmap&) { throw HostFailure(); };
     const auto abort = [](Bitmap& bitmap) { bitmap.Abort(); };
     Bitmap target;
@@ -151,12 +212,32 @@ TEST_P(CodecFaults, HandlersMayRaiseAndAbortAtEveryStep) {
     EXPECT_GE(steps(m_source, save, abort), 1);
 }
 
-INSTANTIATE_TEST_SUITE_P(All, CodecFaults, testing::ValuesIn(FormatManager::SupportedMediaFormatsForSave()),
-                         [](const auto& info) {
-                             std::string name = FormatManager::GetFormatName(info.param);
-                             std::erase_if(name, [](unsigned char c) { return std::isalnum(c) == 0; });
-                             return name;
-                         });
+TEST_P(CodecFaults, AnyCallOfAStreamMayFail) {
+    // Loading and saving is the same every time, so every call is the last one once.
+    const auto whole = std::make_shared<FailingStream>(m_file);
+    Bitmap target(3, 2, PixelFormat::Format8bppGrayScale);
+    target.Load(whole);
+    for (std::int64_t call = 0; call < whole->get_Calls(); ++call) {
+        target.Create(3, 2, PixelFormat::Format8bppGrayScale);
+        try {
+            // A probe that fails is no match, and what fails when the work is done is not heard.
+            target.Load(std::make_shared<FailingStream>(m_file, NoLimit, NoLimit, call));
+        } catch (const HostFailure&) {
+            EXPECT_EQ(target.get_Width(), 3) << call;
+        } catch (const MediaUnsupportedException&) {
+            EXPECT_EQ(target.get_Width(), 3) << call;
+        }
+    }
+    const auto written = std::make_shared<FailingStream>(std::vector<std::uint8_t>{});
+    SaveTo(written, GetParam(), m_source);
+    for (std::int64_t call = 0; call < written->get_Calls(); ++call) {
+        const auto stream = std::make_shared<FailingStream>(std::vector<std::uint8_t>{}, NoLimit, NoLimit, call);
+        EXPECT_THROW(SaveTo(stream, GetParam(), m_source), HostFailure) << call;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, CodecFaults, testing::ValuesIn(AllWays()),
+                         [](const auto& info) { return info.param.Name; });
 
 } // namespace
 } // namespace Corvane::Rasterloom::Codecs
