@@ -7,6 +7,8 @@ import sys
 import tempfile
 import unittest
 
+from icc_profile import make_profile
+
 TOOL, PICTURE = sys.argv[1], sys.argv[2]
 
 
@@ -51,12 +53,24 @@ class PngTest(unittest.TestCase):
                 for choice in ([], ["--interlaced"], ["--compression-level", "0"], ["--compression-level", "9"]):
                     self.assertEqual(rgba(self.rewrite(png, *choice)), expected, (kind, options, interlace, choice))
 
+    def test_profile_and_resolution_survive(self):
+        profile, png = self.path / "profile.icc", self.path / "in.png"
+        profile.write_bytes(make_profile(200000))
+        run("convert", PICTURE, "-strip", png)
+        run("exiftool", "-q", "-overwrite_original", f"-ICC_Profile<={profile}", "-PNG-pHYs:PixelsPerUnitX=11811",
+            "-PNG-pHYs:PixelsPerUnitY=5000", "-PNG-pHYs:PixelUnits#=1", png)
+        out = self.rewrite(png)
+        self.assertEqual(run("exiftool", "-b", "-ICC_Profile", out), profile.read_bytes())
+        self.assertEqual(run("exiftool", "-s", "-s", "-s", "-PixelsPerUnitX", "-PixelsPerUnitY", out).split(),
+                         [b"11811", b"5000"])
+        self.assertEqual(run("exiftool", "-validate", "-warning", "-error", "-a", "-s", "-s", out), b"Validate: OK\n")
+
     def test_pixels_equal_those_of_pngtopnm(self):
         out = self.rewrite(PICTURE)
         self.assertEqual(run("pngtopnm", out), run("bmptopnm", "-quiet", PICTURE))
 
 
 if __name__ == "__main__":
-    if not all(shutil.which(program) for program in ("convert", "pngcheck", "pngtopnm", "bmptopnm")):
+    if not all(shutil.which(program) for program in ("convert", "pngcheck", "pngtopnm", "bmptopnm", "exiftool")):
         sys.exit(77)
     unittest.main(argv=[sys.argv[0]], verbosity=2)

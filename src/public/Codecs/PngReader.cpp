@@ -46,7 +46,11 @@ void PngReader::set_SkipCrcCheck(bool value) {
     const ObjectGuard guard(*this);
     CheckNotDisposed();
     m_bSkipCrcCheck = value;
-    static_cast<engine::PngMetaData&>(*m_pCodec->m_pMetaData).SetSkipCrcCheck(value);
+    CallEngine([&] {
+        engine::ItemTag tag(engine::MetaDataId::SkipCrcCheck);
+        tag = std::int32_t{value};
+        m_pCodec->m_pMetaData->SetItem(tag);
+    });
 }
 
 bool PngReader::_FrameLoadInterlaced(PngFrame& frame) {

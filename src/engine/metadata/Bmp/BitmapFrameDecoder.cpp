@@ -3,6 +3,7 @@
 #include "Common/FrameSize.h"
 
 #include <algorithm>
+#include <array>
 
 namespace ImagingFramework {
 
@@ -118,29 +119,6 @@ std::shared_ptr<ColorMap> BitmapFrameDecoder::GetColorMap() {
 
 // --- Pixels
 
-void BitmapFrameDecoder::PrepareIndexMap(std::uint32_t entryCount) {
-    const std::uint32_t bits = m_header.BitCount;
-    m_bMapIndices = entryCount < 1U << bits;
-    if (!m_bMapIndices) {
-        return;
-    }
-    const std::uint32_t mask = (1U << bits) - 1;
-    for (std::uint32_t byte = 0; byte < m_indexMap.size(); ++byte) {
-        std::uint32_t mapped = 0;
-        for (std::uint32_t shift = 0; shift < 8; shift += bits) {
-            const std::uint32_t index = (byte >> shift) & mask;
-            mapped |= (index < entryCount ? index : 0) << shift;
-        }
-        m_indexMap[byte] = static_cast<std::uint8_t>(mapped);
-    }
-}
-
-void BitmapFrameDecoder::MapIndices(std::uint8_t* pLine, std::size_t size) const noexcept {
-    if (m_bMapIndices) {
-        std::transform(pLine, pLine + size, pLine, [this](std::uint8_t byte) { return m_indexMap[byte]; });
-    }
-}
-
 void BitmapFrameDecoder::CheckPixelData() {
     CheckFrameSize(m_uintWidth, m_uintHeight, GetPixelFormat());
     const std::uint64_t stride = CalculateStride64(m_uintWidth, m_header.BitCount, StrideAlignment);
@@ -165,10 +143,10 @@ void BitmapFrameDecoder::DecodeFrameInternal() {
     CheckPixelData();
     CreateBitmapData(m_compression == FrameCompressionType::Rle ? PixelCover::Partly : PixelCover::Whole);
     SetResolution();
-    m_bMapIndices = false;
+    m_indexMap = {};
     if (HasPalette()) {
         std::shared_ptr<ColorMap> map = GetColorMap();
-        PrepareIndexMap(map->GetEntryCount());
+        m_indexMap = PaletteIndexMap(m_header.BitCount, map->GetEntryCount());
         SetColorMap(std::move(map));
     }
     GetReader().Seek(m_header.PixelOffset);
@@ -197,7 +175,7 @@ void BitmapFrameDecoder::DecodeUncompressed() {
             GetReader().Seek(static_cast<std::int64_t>(m_header.PixelOffset + stride * (m_uintHeight - row - count)));
         }
         GetReader().ReadBytes(count * stride, block.Get(), rowsPerBlock * stride);
-        MapIndices(block.Get(), count * stride);
+        m_indexMap.Apply(block.Get(), block.Get(), count * stride);
         for (std::uint32_t i = 0; i < count; ++i) {
             SetScanline(block.Get() + stride * (m_bBottomUp ? count - 1 - i : i), row + i);
             UpdateEvents(1);
@@ -212,7 +190,7 @@ void BitmapFrameDecoder::DecodeUncompressedDirectly(BitmapData& output, std::uin
         std::uint8_t* const pRows = output.GetScanlineRef(row);
         const std::uint64_t size = std::uint64_t{count} * output.GetStride();
         GetReader().ReadBytes(size, pRows, size);
-        MapIndices(pRows, size);
+        m_indexMap.Apply(pRows, pRows, size);
         for (std::uint32_t i = 0; i < count; ++i) {
             UpdateEvents(1);
         }
@@ -245,7 +223,7 @@ void BitmapFrameDecoder::DecodeRle() {
     for (std::uint32_t line = 0; line < m_uintHeight && !rle.IsEnd(); ++line) {
         std::uint8_t* const pLine = raster.GetScanlineRef(m_bBottomUp ? m_uintHeight - 1 - line : line);
         DoDecodeScanLine(rle, pLine);
-        MapIndices(pLine, rowSize);
+        m_indexMap.Apply(pLine, pLine, rowSize);
         UpdateEvents(1);
     }
     if (pOutput == nullptr) {

@@ -3,9 +3,8 @@
 #include "metadata/Bmp/BmpHeader.h"
 #include "metadata/Bmp/BmpRleReader.h"
 #include "metadata/Frames/IFrameDecoder.h"
+#include "metadata/Frames/PaletteIndexMap.h"
 #include "metadata/MetaDataTypes.h"
-
-#include <array>
 
 namespace ImagingFramework {
 
@@ -34,9 +33,6 @@ private:
     void RequireAttached() const;
     /// Fails before anything is allocated when the file cannot hold the pixels.
     void CheckPixelData();
-    void PrepareIndexMap(std::uint32_t entryCount);
-    /// Indices beyond the palette become 0.
-    void MapIndices(std::uint8_t* pLine, std::size_t size) const noexcept;
     void DecodeUncompressed();
     void DecodeUncompressedDirectly(BitmapData& output, std::uint32_t rowsPerBlock);
     void DecodeRle();
@@ -44,8 +40,7 @@ private:
     BmpHeader m_header;
     FrameCompressionType m_compression = FrameCompressionType::Unknown;
     bool m_bBottomUp = true;
-    bool m_bMapIndices = false;
-    std::array<std::uint8_t, 256> m_indexMap{};
+    PaletteIndexMap m_indexMap;
 };
 
 } // namespace ImagingFramework

@@ -87,10 +87,14 @@ void IFrameEncoderImpl::ReleaseStreams() noexcept {
 
 // --- Frames
 
-void IFrameEncoderImpl::EncodeFrame(const BitmapData& objSrcBitmapData, std::int32_t left, std::int32_t top) {
+void IFrameEncoderImpl::RequireAttached() const {
     if (m_pWriter == nullptr) {
         throw NotAttachedException();
     }
+}
+
+void IFrameEncoderImpl::EncodeFrame(const BitmapData& objSrcBitmapData, std::int32_t left, std::int32_t top) {
+    RequireAttached();
     if (objSrcBitmapData.IsEmpty()) {
         throw ArgumentException("objSrcBitmapData is empty");
     }
@@ -109,7 +113,7 @@ void IFrameEncoderImpl::EncodeFrame(const BitmapData& objSrcBitmapData, std::int
         throw;
     }
     m_pSource = nullptr;
-    ++m_uintCompletedFrames;
+    CompleteFrame();
 }
 
 void IFrameEncoderImpl::PrepareProgress() {

@@ -64,6 +64,10 @@ protected:
     /// Adds finished scanlines and reports them in steps, the rest at the last one.
     virtual void ReportScanlines(std::uint32_t count);
 
+    /// Fails with `NotInitializedException` before `Attach`.
+    void RequireAttached() const;
+    /// Counts a frame that is complete in the writer: `Detach` keeps the file then.
+    void CompleteFrame() noexcept { ++m_uintCompletedFrames; }
     AbstractWriter& GetWriter() const { return *m_pWriter; }
     /// The raster of the frame that is being encoded.
     const BitmapData& GetSource() const { return *m_pSource; }

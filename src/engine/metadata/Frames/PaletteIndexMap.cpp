@@ -17,8 +17,11 @@ PaletteIndexMap::PaletteIndexMap(std::uint32_t bits, std::uint32_t entryCount) :
 }
 
 void PaletteIndexMap::Apply(const std::uint8_t* pSource, std::uint8_t* pTarget, std::size_t size) const noexcept {
-    std::transform(pSource, pSource + size, pTarget,
-                   [this](std::uint8_t byte) { return m_bNeeded ? m_table[byte] : byte; });
+    if (m_bNeeded) {
+        std::transform(pSource, pSource + size, pTarget, [this](std::uint8_t byte) { return m_table[byte]; });
+    } else if (pSource != pTarget) {
+        std::copy(pSource, pSource + size, pTarget);
+    }
 }
 
 } // namespace ImagingFramework

@@ -38,6 +38,7 @@ JpegDecompressor::JpegDecompressor(AbstractReader& reader) : m_source(reader, m_
     m_errors.emit_message = EmitMessage;
     m_errors.output_message = OutputMessage;
     m_info.client_data = this;
+    m_source.Rewind(); // may fail, and nothing is there to be freed yet
     m_guard.Call([this] { jpeg_create_decompress(&m_info); });
     m_source.Attach(m_info);
     m_progress.progress_monitor = OnProgress;

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace ImagingFramework {
 
@@ -37,6 +38,11 @@ void JpegFrameEncoder::SetQuality(std::int32_t quality) {
         throw ArgumentOutOfRangeException("quality", "Quality should be in the range of [0, 100].");
     }
     m_settings.Quality = quality;
+}
+
+void JpegFrameEncoder::Detach() {
+    m_pCompressor.reset(); // lines that still come have nowhere to go
+    IFrameEncoderImpl::Detach();
 }
 
 void JpegFrameEncoder::ResetFrameState() {
@@ -144,6 +150,10 @@ void JpegFrameEncoder::Initialize(std::shared_ptr<const FilterData> pSourceImage
     if (std::ranges::find(SavedPixelFormats, data.Format) == std::end(SavedPixelFormats)) {
         throw UnsupportedPixelFormatException("enPixelFormat");
     }
+    RequireAttached();
+    if (std::exchange(m_bFrameWritten, true)) {
+        throw MultiFrameException();
+    }
     Begin(data.Format, data.Width, data.Height, Density(std::round(data.HorizontalResolution)),
           Density(std::round(data.VerticalResolution)));
     WriteSegments(data.HorizontalResolution, data.VerticalResolution, data.Profile);
@@ -165,6 +175,7 @@ void JpegFrameEncoder::SetScanline(const std::uint8_t* pScanline, std::uint32_t 
         m_pCompressor.reset();
         GetWriter().Flush();
         m_line.clear();
+        CompleteFrame();
     }
 }
 

@@ -19,6 +19,9 @@ public:
     JpegFrameEncoder() = default;
     ~JpegFrameEncoder() override = default;
 
+    using IFrameEncoderImpl::Attach;
+    void Detach() override;
+
     /// Fails with `ArgumentOutOfRangeException` ("quality") outside 0 to 100.
     void SetQuality(std::int32_t quality);
     void SetProgressive(bool progressive) noexcept { m_settings.Progressive = progressive; }
@@ -35,7 +38,8 @@ public:
     /// A packet in UTF-8; an empty one is not written.
     void SetXmpData(std::string packet) { m_xmp = std::move(packet); }
 
-    /// Begins a file for the lines of a producer; fails with `UnsupportedPixelFormatException` ("enPixelFormat").
+    /// Begins a file for the lines of a producer; fails with `UnsupportedPixelFormatException` ("enPixelFormat"), and like
+    /// `EncodeFrame` before `Attach` and for a second frame.
     void Initialize(std::shared_ptr<const FilterData> pSourceImageMetaData) override;
     /// The last line ends the file.
     void SetScanline(const std::uint8_t* pScanline, std::uint32_t row) override;

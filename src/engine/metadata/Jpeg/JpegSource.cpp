@@ -15,11 +15,10 @@ JpegSource::JpegSource(AbstractReader& reader, CLibraryGuard& guard) : m_reader(
     m_manager.term_source = TermSource;
 }
 
-void JpegSource::Attach(jpeg_decompress_struct& info) {
+void JpegSource::Rewind() {
     m_reader.Seek(0);
     m_manager.next_input_byte = nullptr;
     m_manager.bytes_in_buffer = 0;
-    info.src = &m_manager;
 }
 
 JpegSource& JpegSource::Of(j_decompress_ptr pInfo) noexcept {

@@ -16,8 +16,10 @@ public:
     JpegSource(const JpegSource&) = delete;
     JpegSource& operator=(const JpegSource&) = delete;
 
-    /// Goes to the beginning of the reader and becomes the source of `info`.
-    void Attach(jpeg_decompress_struct& info);
+    /// Goes to the beginning of the reader.
+    void Rewind();
+    /// Becomes the source of `info`.
+    void Attach(jpeg_decompress_struct& info) noexcept { info.src = &m_manager; }
 
 private:
     struct Manager : jpeg_source_mgr {

@@ -1,6 +1,7 @@
 #include "metadata/Png/PngCompressor.h"
 
 #include "ErrorHandling/Exceptions.h"
+#include "metadata/Png/PngMemory.h"
 
 #include <array>
 #include <bit>
@@ -73,7 +74,8 @@ bool IsProfileFor(std::span<const std::uint8_t> profile, bool gray) {
 
 PngCompressor::PngCompressor(AbstractWriter& writer) : m_writer(writer) {
     m_guard.Call([this] {
-        m_library.pPng = png_create_write_struct(PNG_LIBPNG_VER_STRING, this, PngLibError, PngLibWarning);
+        m_library.pPng = png_create_write_struct_2(PNG_LIBPNG_VER_STRING, this, PngLibError, PngLibWarning, &m_guard,
+                                                   PngMemory::Allocate, PngMemory::Free);
         m_library.pInfo = m_library.pPng == nullptr ? nullptr : png_create_info_struct(m_library.pPng);
     });
     if (m_library.pInfo == nullptr) {

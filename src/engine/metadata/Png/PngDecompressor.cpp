@@ -1,6 +1,7 @@
 #include "metadata/Png/PngDecompressor.h"
 
 #include "ErrorHandling/Exceptions.h"
+#include "metadata/Png/PngMemory.h"
 
 #include <bit>
 
@@ -21,8 +22,8 @@ constexpr int SkippedChunkCount = sizeof SkippedChunks / 5;
 PngDecompressor::PngDecompressor(AbstractReader& reader, bool skipCrcCheck) : m_reader(reader) {
     m_reader.Seek(0);
     m_guard.Call([this] {
-        m_library.pPng =
-            png_create_read_struct(PNG_LIBPNG_VER_STRING, this, PngLibDecoderError, PngLibDecoderWarning);
+        m_library.pPng = png_create_read_struct_2(PNG_LIBPNG_VER_STRING, this, PngLibDecoderError, PngLibDecoderWarning,
+                                                  &m_guard, PngMemory::Allocate, PngMemory::Free);
         m_library.pInfo = m_library.pPng == nullptr ? nullptr : png_create_info_struct(m_library.pPng);
     });
     if (m_library.pInfo == nullptr) {

@@ -98,9 +98,7 @@ void PngFrameDecoder::LoadBasicParams(const PngDecompressor& decompressor) {
     CheckDataSize(png_get_rowbytes(pPng, pInfo));
     if (PixelFormatIsIndexed(m_pixelFormat)) {
         m_pColorMap = ReadColorMap(decompressor);
-        if (m_pColorMap->GetEntryCount() < 1U << bitDepth) {
-            m_indexMap = PaletteIndexMap(PixelFormatSize(m_pixelFormat), m_pColorMap->GetEntryCount());
-        }
+        m_indexMap = PaletteIndexMap(PixelFormatSize(m_pixelFormat), m_pColorMap->GetEntryCount());
     }
     ReadResolution(decompressor);
     ReadColorProfile(decompressor);
@@ -219,9 +217,7 @@ void PngFrameDecoder::FinishLine(std::uint8_t* pLine) const noexcept {
     if (m_bTwoBits) {
         WidenIndices(pLine, m_uintWidth);
     }
-    if (m_indexMap.IsNeeded()) {
-        m_indexMap.Apply(pLine, pLine, (std::size_t{m_uintWidth} * PixelFormatSize(m_pixelFormat) + 7) / 8);
-    }
+    m_indexMap.Apply(pLine, pLine, (std::size_t{m_uintWidth} * PixelFormatSize(m_pixelFormat) + 7) / 8);
 }
 
 void PngFrameDecoder::DecodeLines(PngDecompressor& decompressor) {

@@ -35,6 +35,8 @@ bool PngMetaData::SetItem(ItemTag& tag) {
 
 bool PngMetaData::SetFormatItem(ItemTag& tag) {
     switch (tag.GetMetaDataId()) {
+    case MetaDataId::MediaFormat:
+        return static_cast<FileFormat>(tag) == FileFormat::Png;
     case MetaDataId::FrameCompression:
         return static_cast<FrameCompressionType>(tag) == FrameCompressionType::Zip;
     case MetaDataId::Interlaced:

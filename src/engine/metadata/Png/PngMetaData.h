@@ -7,12 +7,11 @@
 namespace ImagingFramework {
 
 /// A PNG file. Items beyond those of every format, read: `FrameBitmap`, `FrameThumbnail`, `FrameCount`, `FrameCompression`,
-/// `ColorProfile`, `Interlaced`, `SkipCrcCheck`; written: `FrameBitmap`, `FrameCompression` (there is one only),
-/// `Interlaced`, and at any time `SkipCrcCheck`, for files opened from then on.
+/// `ColorProfile`, `Interlaced`, `SkipCrcCheck`; written: `FrameBitmap`, `MediaFormat` and `FrameCompression` (there is one
+/// only of each), `Interlaced`, and at any time `SkipCrcCheck`, for files opened from then on.
 class PngMetaData final : public FormatMetaData<PngFrameDecoder, PngFrameEncoder, FileFormat::Png> {
 public:
     bool SetItem(ItemTag& tag) override;
-    using PngFrameDecoder::SetSkipCrcCheck;
     using PngFrameEncoder::SetCompressionLevel;
     using PngFrameEncoder::SetFilter;
 

@@ -10,6 +10,26 @@ namespace {
 
 constexpr std::size_t ChannelCount = 4;
 
+/// The sampling factor is a constant here, so that the compiler sees vectors.
+template <std::uint32_t Factor>
+void AddSamples(const std::uint8_t* pSamples, std::uint16_t* pSums, std::size_t pixelCount) {
+    for (std::size_t x = 0; x < pixelCount; ++x, pSums += ChannelCount, pSamples += Factor * ChannelCount) {
+        for (std::size_t channel = 0; channel < ChannelCount; ++channel) {
+            std::uint32_t sum = pSums[channel];
+            for (std::size_t i = 0; i < Factor; ++i) {
+                sum += pSamples[i * ChannelCount + channel];
+            }
+            pSums[channel] = static_cast<std::uint16_t>(sum);
+        }
+    }
+}
+
+template <std::uint32_t Factor>
+void DivideSums(const std::uint16_t* pSums, std::uint8_t* pTarget, std::size_t count) {
+    std::transform(pSums, pSums + count, pTarget,
+                   [](std::uint16_t sum) { return static_cast<std::uint8_t>(sum / (Factor * Factor)); });
+}
+
 } // namespace
 
 AnisotropicThumbnailer::AnisotropicThumbnailer(std::uint32_t samplingFactor, std::uint32_t imageWidth,
@@ -24,7 +44,9 @@ AnisotropicThumbnailer::AnisotropicThumbnailer(std::uint32_t samplingFactor, std
     m_sampleRows = SampleIndices(imageHeight, m_uintThumbHeight, samplingFactor, 0, m_uintThumbHeight);
     m_sampler.emplace(SampleIndices(imageWidth, m_uintThumbWidth, samplingFactor, 0, m_uintThumbWidth), imageFormat,
                       pImageColorMap);
-    m_sums.resize(std::size_t{m_uintThumbWidth} * m_uintThumbHeight * ChannelCount);
+    const std::size_t sumCount = std::size_t{m_uintThumbWidth} * m_uintThumbHeight * ChannelCount;
+    m_sums.AllocateCount(sumCount);
+    std::fill_n(m_sums.Get(), sumCount, std::uint16_t{0});
 }
 
 void AnisotropicThumbnailer::SetScanline(std::uint32_t rowIndex, const std::uint8_t* rowData) {
@@ -48,23 +70,16 @@ void AnisotropicThumbnailer::SetScanline(std::uint32_t rowIndex, const std::uint
 }
 
 void AnisotropicThumbnailer::AddRow(std::uint32_t thumbRow, const std::uint8_t* pSamples) {
-    std::uint16_t* pSum = m_sums.data() + std::size_t{thumbRow} * m_uintThumbWidth * ChannelCount;
-    for (std::uint32_t x = 0; x < m_uintThumbWidth; ++x, pSum += ChannelCount) {
-        for (std::uint32_t i = 0; i < m_uintSamplingFactor; ++i, pSamples += ChannelCount) {
-            for (std::size_t channel = 0; channel < ChannelCount; ++channel) {
-                pSum[channel] = static_cast<std::uint16_t>(pSum[channel] + pSamples[channel]);
-            }
-        }
-    }
+    std::uint16_t* const pSums = m_sums.Get() + std::size_t{thumbRow} * m_uintThumbWidth * ChannelCount;
+    const auto add = m_uintSamplingFactor == 2 ? AddSamples<2> : AddSamples<3>;
+    add(pSamples, pSums, m_uintThumbWidth);
 }
 
 void AnisotropicThumbnailer::Finish() {
-    const std::uint32_t sampleCount = m_uintSamplingFactor * m_uintSamplingFactor;
     const std::size_t rowSize = std::size_t{m_uintThumbWidth} * ChannelCount;
+    const auto divide = m_uintSamplingFactor == 2 ? DivideSums<2> : DivideSums<3>;
     for (std::uint32_t y = 0; y < m_uintThumbHeight; ++y) {
-        const std::uint16_t* const pSums = m_sums.data() + y * rowSize;
-        std::transform(pSums, pSums + rowSize, m_pThumbBitmapData->GetScanlineRef(y),
-                       [sampleCount](std::uint16_t sum) { return static_cast<std::uint8_t>(sum / sampleCount); });
+        divide(m_sums.Get() + y * rowSize, m_pThumbBitmapData->GetScanlineRef(y), rowSize);
     }
 }
 

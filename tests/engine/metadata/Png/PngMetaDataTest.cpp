@@ -1,10 +1,12 @@
 #include "metadata/Png/PngMetaData.h"
 
 #include "EventsProbe.h"
+#include "TestProfiles.h"
 #include "metadata/Streams/MemoryStream.h"
 
 #include <gtest/gtest.h>
 #include <memory>
+#include <string_view>
 #include <vector>
 #include <zlib.h>
 
@@ -77,11 +79,14 @@ std::unique_ptr<BitmapData> Load(const Bytes& file) {
     return Load(file, metaData);
 }
 
-Bytes Save(BitmapData& raster, bool interlaced = false, IInternalEvents* pEvents = nullptr) {
+Bytes Save(BitmapData& raster, bool interlaced = false, IInternalEvents* pEvents = nullptr,
+           const PngSettings& settings = {}) {
     const auto stream = std::make_shared<MemoryStream>();
     PngMetaData metaData;
     metaData.AttachToWrite(stream);
     metaData.SetEvents(pEvents);
+    metaData.SetCompressionLevel(settings.CompressionLevel);
+    metaData.SetFilter(settings.Filter);
     ItemTag option(MetaDataId::Interlaced);
     option = std::int32_t{interlaced};
     metaData.SetItem(option);
@@ -128,6 +133,146 @@ TEST(PngMetaData, SamplesInTheOrderOfMemory) {
     EXPECT_EQ(Row(*Load(PngBuilder{.ColorType = 4, .Lines = {0, 1, 2}}.Build()), 0), (Bytes{1, 2}));
     EXPECT_EQ(Row(*Load(PngBuilder{.BitDepth = 16, .ColorType = 6, .Lines = {0, 1, 2, 3, 4, 5, 6, 7, 8}}.Build()), 0),
               (Bytes{6, 5, 4, 3, 2, 1, 8, 7}));
+}
+
+/// A file of random samples, written by the library alone, and what its lines must become.
+class RandomFile {
+public:
+    static constexpr std::uint32_t Width = 13;
+    static constexpr std::uint32_t Height = 11;
+
+    RandomFile(int colorType, int bitDepth, bool interlaced) : m_bits(static_cast<std::uint32_t>(bitDepth)) {
+        const bool hasColor = colorType == PNG_COLOR_TYPE_RGB || colorType == PNG_COLOR_TYPE_RGB_ALPHA;
+        m_colors = hasColor ? 3 : 1;
+        m_channels = m_colors + ((colorType & PNG_COLOR_MASK_ALPHA) != 0 ? 1 : 0);
+        std::vector<Bytes> lines;
+        for (std::uint32_t y = 0; y < Height; ++y) {
+            std::vector<std::uint32_t> samples;
+            for (std::uint32_t i = 0; i < Width * m_channels; ++i) {
+                m_state = m_state * 1664525 + 1013904223;
+                samples.push_back(m_state >> (32 - m_bits));
+            }
+            lines.push_back(Pack(samples, m_bits));
+            Expected.push_back(InMemory(samples));
+        }
+        Write(colorType, interlaced, lines);
+    }
+
+    Bytes File{};
+    std::vector<Bytes> Expected{};
+
+private:
+    static Bytes Pack(const std::vector<std::uint32_t>& samples, std::uint32_t bits) {
+        Bytes line((samples.size() * bits + 7) / 8);
+        for (std::size_t i = 0; i < samples.size() * bits; ++i) {
+            const std::uint32_t bit = samples[i / bits] >> (bits - 1 - i % bits) & 1;
+            line[i / 8] = static_cast<std::uint8_t>(line[i / 8] | bit << (7 - i % 8));
+        }
+        return line;
+    }
+
+    Bytes InMemory(const std::vector<std::uint32_t>& samples) const {
+        if (m_bits < 8) {
+            return Pack(samples, m_bits == 2 ? 4 : m_bits);
+        }
+        Bytes line;
+        for (std::size_t pixel = 0; pixel < samples.size(); pixel += m_channels) {
+            for (std::size_t c = 0; c < m_channels; ++c) {
+                const std::uint32_t sample = samples[pixel + (c < m_colors ? m_colors - 1 - c : c)];
+                line.push_back(static_cast<std::uint8_t>(sample));
+                if (m_bits == 16) {
+                    line.push_back(static_cast<std::uint8_t>(sample >> 8));
+                }
+            }
+        }
+        return line;
+    }
+
+    void Write(int colorType, bool interlaced, const std::vector<Bytes>& lines) {
+        png_structp pPng = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
+        png_infop pInfo = png_create_info_struct(pPng);
+        png_set_write_fn(
+            pPng, &File,
+            [](png_structp pThis, png_bytep pData, std::size_t size) {
+                auto* const pFile = static_cast<Bytes*>(png_get_io_ptr(pThis));
+                pFile->insert(pFile->end(), pData, pData + size);
+            },
+            nullptr);
+        png_set_IHDR(pPng, pInfo, Width, Height, static_cast<int>(m_bits), colorType,
+                     interlaced ? PNG_INTERLACE_ADAM7 : PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
+                     PNG_FILTER_TYPE_DEFAULT);
+        if (colorType == PNG_COLOR_TYPE_PALETTE) {
+            std::vector<png_color> palette(std::size_t{1} << m_bits, png_color{1, 2, 3});
+            png_set_PLTE(pPng, pInfo, palette.data(), static_cast<int>(palette.size()));
+            const png_byte alphas[] = {9, 8};
+            png_set_tRNS(pPng, pInfo, alphas, 2, nullptr);
+        } else if (m_channels == m_colors) {
+            const png_color_16 transparent{}; // a colour, which the frame does not know
+            png_set_tRNS(pPng, pInfo, nullptr, 0, &transparent);
+        }
+        png_write_info(pPng, pInfo);
+        const int passes = png_set_interlace_handling(pPng);
+        for (int pass = 0; pass < passes; ++pass) {
+            for (const Bytes& line : lines) {
+                png_write_row(pPng, line.data());
+            }
+        }
+        png_write_end(pPng, pInfo);
+        png_destroy_write_struct(&pPng, &pInfo);
+    }
+
+    std::uint32_t m_bits;
+    std::size_t m_colors = 1;
+    std::size_t m_channels = 1;
+    std::uint32_t m_state = 1;
+};
+
+TEST(PngMetaData, EveryTypeAndDepthOfTheLibrary) {
+    const struct {
+        int ColorType;
+        int BitDepth;
+        PixelFormat Format;
+    } types[] = {
+        {0, 1, PixelFormat::Format1bppIndexed},      {0, 2, PixelFormat::Format4bppIndexed},
+        {0, 4, PixelFormat::Format4bppIndexed},      {0, 8, PixelFormat::Format8bppGrayScale},
+        {0, 16, PixelFormat::Format16bppGrayScale},  {2, 8, PixelFormat::Format24bppRgb},
+        {2, 16, PixelFormat::Format48bppRgb},        {3, 1, PixelFormat::Format1bppIndexed},
+        {3, 2, PixelFormat::Format4bppIndexed},      {3, 4, PixelFormat::Format4bppIndexed},
+        {3, 8, PixelFormat::Format8bppIndexed},      {4, 8, PixelFormat::Format16bppAGrayScale},
+        {4, 16, PixelFormat::Format32bppAGrayScale}, {6, 8, PixelFormat::Format32bppArgb},
+        {6, 16, PixelFormat::Format64bppArgb},
+    };
+    for (const auto& type : types) {
+        for (const bool interlaced : {false, true}) {
+            const RandomFile file(type.ColorType, type.BitDepth, interlaced);
+            const auto raster = Load(file.File);
+            ASSERT_EQ(raster->GetPixelFormat(), type.Format);
+            for (std::uint32_t y = 0; y < RandomFile::Height; ++y) {
+                EXPECT_EQ(Row(*raster, y), file.Expected[y])
+                    << "type " << type.ColorType << ", " << type.BitDepth << " bits, " << interlaced << ", line " << y;
+            }
+        }
+    }
+}
+
+TEST(PngMetaData, ThumbnailsDoNotSeeThePasses) {
+    const auto thumbnail = [](bool interlaced) {
+        PngMetaData metaData;
+        metaData.AttachToRead(std::make_shared<MemoryStream>(RandomFile(6, 8, interlaced).File));
+        ItemTag tag(MetaDataId::FrameThumbnail);
+        tag.SetThumbnailWidth(5);
+        tag.SetThumbnailHeight(5);
+        tag.SetThumbnailInterpolation(InterpolationMode::Lanczos3Filter);
+        metaData.GetItem(tag);
+        const std::unique_ptr<BitmapData> raster(static_cast<BitmapData*>(tag));
+        Bytes rows;
+        for (std::uint32_t y = 0; y < raster->GetHeight(); ++y) {
+            const Bytes row = Row(*raster, y);
+            rows.insert(rows.end(), row.begin(), row.end());
+        }
+        return rows;
+    };
+    EXPECT_EQ(thumbnail(true), thumbnail(false));
 }
 
 TEST(PngMetaData, Resolution) {
@@ -198,6 +343,65 @@ TEST(PngMetaData, WhatAFileCannotHold) {
     indexed.GetScanlineRef(0)[0] = 2;
     indexed.GetScanlineRef(0)[1] = 3;
     EXPECT_EQ(Row(*Load(Save(indexed)), 0), (Bytes{2, 0})) << "an index beyond the palette";
+}
+
+TEST(PngMetaData, ProfilesOfTheFramesColours) {
+    const auto profileAfter = [](PixelFormat format, const Bytes& profile) {
+        BitmapData raster(3, 2, format);
+        raster.SetProfile(profile.data(), profile.size());
+        const auto loaded = Load(Save(raster));
+        return loaded->GetProfileNameRef() == nullptr ? Bytes() : loaded->GetProfileData();
+    };
+    Bytes large = TestProfiles::Rgb();
+    const std::size_t sound = large.size();
+    large.resize(200000);
+    for (std::size_t i = sound; i < large.size(); ++i) {
+        large[i] = static_cast<std::uint8_t>(i * 7);
+    }
+    std::copy_n(Bytes{0, 3, 0x0D, 0x40}.begin(), 4, large.begin()); // its size
+    EXPECT_EQ(profileAfter(PixelFormat::Format24bppRgb, large), large);
+    EXPECT_EQ(profileAfter(PixelFormat::Format8bppGrayScale, TestProfiles::Gray()), TestProfiles::Gray());
+    // What the library would refuse is left out.
+    EXPECT_EQ(profileAfter(PixelFormat::Format8bppGrayScale, large), Bytes());
+    EXPECT_EQ(profileAfter(PixelFormat::Format32bppArgb, TestProfiles::Gray()), Bytes());
+    EXPECT_EQ(profileAfter(PixelFormat::Format24bppRgb, TestProfiles::Cmyk()), Bytes());
+    large.resize(150000); // shorter than it says
+    EXPECT_EQ(profileAfter(PixelFormat::Format24bppRgb, large), Bytes());
+}
+
+TEST(PngMetaData, LevelsAndFilters) {
+    BitmapData raster(50, 40, PixelFormat::Format24bppRgb);
+    for (std::uint32_t y = 0; y < 40; ++y) {
+        for (std::uint32_t x = 0; x < 150; ++x) {
+            raster.GetScanlineRef(y)[x] = static_cast<std::uint8_t>(x * y);
+        }
+    }
+    // The bytes in front of the lines tell how each was filtered.
+    const auto filters = [&](PngFilter filter) {
+        const Bytes file = Save(raster, false, nullptr, {.CompressionLevel = 0, .Filter = filter});
+        const std::string_view text(reinterpret_cast<const char*>(file.data()), file.size());
+        const std::size_t begin = text.find("IDAT") + 4;
+        Bytes lines(151 * 40);
+        uLongf size = lines.size();
+        EXPECT_EQ(uncompress(lines.data(), &size, file.data() + begin, static_cast<uLong>(file.size() - begin)), Z_OK);
+        Bytes kinds;
+        for (std::size_t y = 0; y < 40; ++y) {
+            kinds.push_back(lines[151 * y]);
+        }
+        return kinds;
+    };
+    EXPECT_EQ(filters(PngFilter::None), Bytes(40, 0));
+    EXPECT_EQ(filters(PngFilter::Sub), Bytes(40, 1));
+    EXPECT_EQ(filters(PngFilter::Up), Bytes(40, 2));
+    EXPECT_EQ(filters(PngFilter::Average), Bytes(40, 3));
+    EXPECT_EQ(filters(PngFilter::Paeth), Bytes(40, 4));
+
+    const Bytes usual = Save(raster);
+    EXPECT_GT(Save(raster, false, nullptr, {.CompressionLevel = 0}).size(), 150U * 40);
+    EXPECT_LT(Save(raster, false, nullptr, {.CompressionLevel = 9}).size(), usual.size() + 1);
+    for (const std::int32_t level : {-2, 10}) {
+        EXPECT_THROW(PngMetaData().SetCompressionLevel(level), ArgumentOutOfRangeException);
+    }
 }
 
 TEST(PngMetaData, ProgressCountsPasses) {

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "MemoryManagement/Memory.h"
+#include "metadata/Frames/CLibraryGuard.h"
+
+#include <png.h>
+
+namespace ImagingFramework {
+
+/// The memory of the PNG library is that of the rasters, and its lack is told as such. The library knows the guard by the
+/// pointer that it was made with.
+struct PngMemory {
+    static png_voidp Allocate(png_structp pPng, png_alloc_size_t size) noexcept {
+        void* pBlock = nullptr;
+        static_cast<CLibraryGuard*>(png_get_mem_ptr(pPng))->TryOrJump([&] { pBlock = AllocMemory(size); });
+        return pBlock;
+    }
+    static void Free(png_structp, png_voidp pBlock) noexcept { FreeMemory(pBlock); }
+};
+
+} // namespace ImagingFramework
