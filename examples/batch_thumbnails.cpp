@@ -64,7 +64,8 @@ private:
                 // "a.png" and "a.jpg" may stand side by side, so the old extension stays in the name.
                 const fs::path out = m_outFolder / (file.filename().string() + ".jpg");
                 bitmap.Save(out, &options);
-                std::osyncstream(std::cout) << out.string() << ": " << bitmap.get_Width() << " x " << bitmap.get_Height() << '\n';
+                std::osyncstream(std::cout)
+                    << out.string() << ": " << bitmap.get_Width() << " x " << bitmap.get_Height() << '\n';
             } catch (const Codecs::MediaUnsupportedException&) {
                 std::osyncstream(std::cout) << file.string() << ": no picture, skipped\n";
             } catch (const Host::Exception& failure) {

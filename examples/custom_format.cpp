@@ -11,7 +11,7 @@
 #include <Corvane/Rasterloom/Codecs/CustomFrame.h>
 #include <Corvane/Rasterloom/Codecs/FormatManager.h>
 #include <Corvane/Rasterloom/Exceptions.h>
-#include <Corvane/Rasterloom/Transforms/Resize.h>
+#include <Corvane/Rasterloom/TransformsProvider.h>
 
 #include <algorithm>
 #include <array>
@@ -127,10 +127,10 @@ private:
         const auto ratio = [](std::int32_t box, std::int32_t side) {
             return box == 0 ? 1.0 : std::min(1.0, static_cast<double>(box) / side);
         };
-        const double scale = std::min(ratio(GetThumbnailWidthToLoad(), m_intWidth), ratio(GetThumbnailHeightToLoad(), m_intHeight));
+        const double scale =
+            std::min(ratio(GetThumbnailWidthToLoad(), m_intWidth), ratio(GetThumbnailHeightToLoad(), m_intHeight));
         const auto reduced = [&](std::int32_t side) { return std::max(1, static_cast<std::int32_t>(side * scale + 0.5)); };
-        Transforms::Resize resize(reduced(m_intWidth), reduced(m_intHeight), GetThumbnailInterpolationToLoad());
-        resize.ApplyTransform(bitmap);
+        bitmap.get_Transforms()->Resize(reduced(m_intWidth), reduced(m_intHeight), GetThumbnailInterpolationToLoad());
     }
 
     std::shared_ptr<Host::Stream> m_pStream;

@@ -14,6 +14,7 @@
 #include <Corvane/Rasterloom/Codecs/JpegEncoderOptions.h>
 #include <Corvane/Rasterloom/Codecs/JpegReader.h>
 #include <Corvane/Rasterloom/Codecs/XmpData.h>
+#include <Corvane/Rasterloom/Codecs/XmpNamespace.h>
 #include <Corvane/Rasterloom/Codecs/XmpValueNode.h>
 
 #include <iostream>
@@ -42,6 +43,16 @@ struct Metadata {
     std::shared_ptr<IptcDictionary> Iptc;
     XmpData Xmp;
 };
+
+/// The image resources beside IPTC, which is one of them in the file.
+std::shared_ptr<AdobeResourceDictionary> OtherResources(JpegReader& reader) {
+    constexpr std::uint32_t iptc = 0x0404;
+    const auto resources = reader.get_AdobeResources();
+    if (resources != nullptr && resources->Contains(iptc)) {
+        resources->Remove(iptc);
+    }
+    return resources;
+}
 
 // --- Listing
 
@@ -82,6 +93,9 @@ void SetEntry(MetadataDictionary& dictionary, std::uint32_t key, const std::stri
 }
 
 void SetProperty(XmpData& xmp, const std::string& name, const std::string& value) {
+    if (XmpNamespace::GetNamespaceByPrefix(name.substr(0, name.find(':'))) == nullptr) {
+        throw std::invalid_argument(name + ": nobody knows the prefix; XmpNamespace::AddNamespace would tell");
+    }
     if (value.empty()) {
         xmp.Remove(name);
     } else {
@@ -112,7 +126,7 @@ void Change(Metadata& metadata, const std::string& change) {
     } else if (kind == "iptc" && iptcKeys.contains(name)) {
         SetEntry(*metadata.Iptc, iptcKeys.at(name), value);
     } else if (kind == "xmp") {
-        SetProperty(metadata.Xmp, name, value); // fails for a prefix that nobody knows
+        SetProperty(metadata.Xmp, name, value);
     } else {
         throw std::invalid_argument(change + ": there is no such entry");
     }
@@ -141,7 +155,7 @@ int main(int argc, char** argv) try {
     options.set_Exif(metadata.Exif);
     options.set_Iptc(metadata.Iptc);
     options.set_Xmp(metadata.Xmp.get_Count() > 0 ? metadata.Xmp.Save() : std::string());
-    options.set_AdobeResources(reader.get_AdobeResources());
+    options.set_AdobeResources(OtherResources(reader));
     bitmap.Save(argv[2], &options);
     return 0;
 } catch (const std::exception& failure) {

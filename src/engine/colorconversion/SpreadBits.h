@@ -19,7 +19,8 @@ constexpr std::array<std::uint32_t, 256> MakeSpreadBits() {
     return words;
 }
 
+// Hidden by name: compilers show variables made from templates, whatever they are told about visibility.
 template <unsigned Step>
-inline constexpr std::array<std::uint32_t, 256> SpreadBits = MakeSpreadBits<Step>();
+[[gnu::visibility("hidden")]] inline constexpr std::array<std::uint32_t, 256> SpreadBits = MakeSpreadBits<Step>();
 
 } // namespace ImagingFramework
