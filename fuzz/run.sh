@@ -13,7 +13,7 @@ targets=("$@")
 mkdir -p build/fuzz/findings
 status=0
 for target in "${targets[@]}"; do
-    mkdir -p "build/fuzz/corpus/$target"
+    mkdir -p "build/fuzz/corpus/$target" "fuzz/corpus/$target"
     echo "== $target, $seconds s"
     "build/fuzz/bin/$target" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=4096 -print_final_stats=1 \
         -artifact_prefix="build/fuzz/findings/$target-" "build/fuzz/corpus/$target" "fuzz/corpus/$target" \

@@ -26,6 +26,12 @@ std::unique_ptr<engine::BitmapData> NewRaster() {
     return CallEngine([] { return std::make_unique<engine::BitmapData>(); });
 }
 
+/// The object for the palette of a raster; null without one.
+std::shared_ptr<ColorPalette> PaletteOf(const engine::BitmapData& raster) {
+    const auto& map = raster.GetColorMap();
+    return map ? std::make_shared<ColorPalette>(map) : nullptr;
+}
+
 std::int32_t MaximumEntries(PixelFormat format) { return 1 << PixelFormatUtils::BitsPerPixel(format); }
 
 /// Everything that `_Create` refuses, checked before the old raster is dropped.
@@ -293,8 +299,11 @@ void Bitmap::_Attach(std::unique_ptr<engine::BitmapData> bitmap) {
     }
     CheckNotDisposed();
     CheckBitsNotLocked();
+    // What can fail comes first: without memory for its object the new palette would stand beside the old one.
+    std::shared_ptr<ColorPalette> palette = PaletteOf(*bitmap);
     m_pImpl->m_pInternalBitmapData = std::move(bitmap);
-    Update();
+    m_pImpl->m_pColorPalette = std::move(palette);
+    m_pImpl->m_pColorProfile.reset();
 }
 
 std::unique_ptr<engine::BitmapData> Bitmap::_Detach() {
@@ -323,8 +332,7 @@ void Bitmap::Update() {
 }
 
 void Bitmap::UpdatePalette() {
-    const auto& map = m_pImpl->m_pInternalBitmapData->GetColorMap();
-    m_pImpl->m_pColorPalette = map ? std::make_shared<ColorPalette>(map) : nullptr;
+    m_pImpl->m_pColorPalette = PaletteOf(*m_pImpl->m_pInternalBitmapData);
 }
 
 engine::BitmapData& Bitmap::get__InternalBitmapData() {
@@ -465,8 +473,9 @@ void Bitmap::set_Palette(const ColorPalette& palette) {
         throw UnsupportedPixelFormatException();
     }
     CheckCreation(format, &palette, true);
-    raster.SetColorMap(*palette.get__ColorMap());
-    UpdatePalette();
+    const auto map = CallEngine([&] { return std::make_shared<engine::ColorMap>(*palette.get__ColorMap()); });
+    m_pImpl->m_pColorPalette = std::make_shared<ColorPalette>(map);
+    raster.SetColorMapRef(map);
 }
 
 std::shared_ptr<TransformsProvider> Bitmap::get_Transforms() { return m_pImpl->m_pTransformsProvider; }

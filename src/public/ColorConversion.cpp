@@ -22,7 +22,7 @@ namespace {
 /// Made at first use. Everything here is used under the mutex alone; the wait for it has no limit.
 struct ColorStatics {
     ColorStatics() {
-        RasterloomLibraryModule::GetInstance();
+        RasterloomLibraryModule::_Start();
         try {
             m_pColorSpaceManager = std::make_unique<ImagingFramework::ColorSpaceManager>();
             for (const Color& prototype : {Color(RgbColor()), Color(CmykColor()), Color(GrayScaleColor())}) {

@@ -8,7 +8,7 @@ namespace Corvane::Rasterloom {
 ILockable::~ILockable() = default;
 
 LockableObject::LockableObject() : m_hSemaphore(std::make_shared<ObjectLock>()) {
-    RasterloomLibraryModule::GetInstance();
+    RasterloomLibraryModule::_Start();
 }
 
 LockableObject::~LockableObject() {

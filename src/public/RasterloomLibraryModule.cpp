@@ -1,9 +1,7 @@
-#include <Corvane/Rasterloom/GlobalSettings.h>
 #include <Corvane/Rasterloom/RasterloomLibraryModule.h>
 
 #include "Common/EngineModule.h"
 #include "MemoryManagement/Memory.h"
-#include "colorconversion/IcmProvider.h"
 
 #include <utility>
 
@@ -14,6 +12,7 @@ LibraryModuleAbstract::~LibraryModuleAbstract() = default;
 
 std::mutex RasterloomLibraryModule::s_pInstanceMutex;
 std::shared_ptr<RasterloomLibraryModule> RasterloomLibraryModule::s_pInstance;
+std::atomic<bool> RasterloomLibraryModule::s_bStarted{false};
 
 RasterloomLibraryModule::RasterloomLibraryModule() {
     try {
@@ -33,8 +32,15 @@ std::shared_ptr<RasterloomLibraryModule> RasterloomLibraryModule::GetInstance() 
     const std::lock_guard guard(s_pInstanceMutex);
     if (!s_pInstance) {
         s_pInstance.reset(new RasterloomLibraryModule());
+        s_bStarted.store(true, std::memory_order_release);
     }
     return s_pInstance;
+}
+
+void RasterloomLibraryModule::_Start() {
+    if (!s_bStarted.load(std::memory_order_acquire)) {
+        GetInstance();
+    }
 }
 
 void RasterloomLibraryModule::ShutDown() noexcept {
@@ -42,6 +48,7 @@ void RasterloomLibraryModule::ShutDown() noexcept {
     {
         const std::lock_guard guard(s_pInstanceMutex);
         instance = std::exchange(s_pInstance, nullptr);
+        s_bStarted = false;
     }
     if (instance) {
         instance->Dispose();
@@ -52,23 +59,6 @@ void RasterloomLibraryModule::Dispose() {
     if (!m_bIsDisposed.exchange(true)) {
         ImagingFramework::TrimMemoryCache();
     }
-}
-
-// The module comes up first, or its start would put the switch back.
-
-bool GlobalSettings::get_MultiProcessorSupport() {
-    RasterloomLibraryModule::GetInstance();
-    return ImagingFramework::GetOmpSupport() == 1;
-}
-
-void GlobalSettings::set_MultiProcessorSupport(bool value) {
-    RasterloomLibraryModule::GetInstance();
-    ImagingFramework::SetOmpSupport(value ? 1 : 0);
-}
-
-bool GlobalSettings::get_IsAdobeCmmAccessible() {
-    RasterloomLibraryModule::GetInstance();
-    return ImagingFramework::IcmProvider::IsAdobeCmmAccessible();
 }
 
 } // namespace Corvane::Rasterloom

@@ -29,7 +29,7 @@ ISyncHandler::ISyncHandler() = default;
 ISyncHandler::~ISyncHandler() = default;
 
 SyncHandler::SyncHandler() : m_hSemaphore(std::make_shared<ObjectLock>()) {
-    RasterloomLibraryModule::GetInstance();
+    RasterloomLibraryModule::_Start();
     m_pThread = std::make_unique<Thread>([this] { CallEngine([this] { ThreadProc(); }); });
     m_subscriptions = {
         m_pThread->Progress.Subscribe([this](ProgressEventArgs& args) { OnThreadProgressHandler(args); }),

@@ -12,7 +12,7 @@ ISyncEvents::~ISyncEvents() = default;
 
 Thread::Thread(std::function<void()> threadStart)
     : m_pMachine(std::make_shared<ThreadMachine>(*this, std::move(threadStart))) {
-    RasterloomLibraryModule::GetInstance();
+    RasterloomLibraryModule::_Start();
 }
 
 Thread::~Thread() {

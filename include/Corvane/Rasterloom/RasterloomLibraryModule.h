@@ -34,6 +34,9 @@ public:
 
     /// The one instance, made on demand. Thread-safe.
     static std::shared_ptr<RasterloomLibraryModule> GetInstance();
+    /// Internal: makes sure that there is one. Takes no lock when there is, so that objects on different threads come up
+    /// side by side.
+    static void _Start();
     /// Gives back what the library keeps for later use (freed memory blocks). For the host to call at its end, or
     /// whenever memory is short: the library stays usable and comes up again on demand. Thread-safe.
     static void ShutDown() noexcept;
@@ -45,6 +48,7 @@ private:
 
     static std::mutex s_pInstanceMutex;
     static std::shared_ptr<RasterloomLibraryModule> s_pInstance;
+    static std::atomic<bool> s_bStarted; ///< whether `s_pInstance` is set
 };
 
 } // namespace Corvane::Rasterloom

@@ -13,6 +13,7 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 namespace ImagingFramework {
@@ -141,20 +142,50 @@ fs::path GetSystemProfileDirectory() {
     return found != directories.end() ? *found : directories.front();
 }
 
+namespace {
+
+/// The profile of those systems that have none, as one temporary file of the process.
+class GeneratedSRgbProfile {
+public:
+    std::shared_ptr<const ProfileFile> Get() {
+        if (auto present = GetPresent()) {
+            return present;
+        }
+        const std::lock_guard making(m_makingMutex);
+        if (auto present = GetPresent()) {
+            return present; // another thread was faster
+        }
+        auto made = CreateProfileByData(MakeSRgbProfile());
+        const std::lock_guard guard(m_mutex);
+        return m_profile = std::move(made);
+    }
+
+private:
+    /// Null when there is none yet, and when whoever tidies the folder of temporary files has taken it away.
+    std::shared_ptr<const ProfileFile> GetPresent() {
+        std::shared_ptr<const ProfileFile> profile;
+        {
+            const std::lock_guard guard(m_mutex);
+            profile = m_profile;
+        }
+        std::error_code ignored;
+        return profile && fs::exists(profile->GetPath(), ignored) ? profile : nullptr;
+    }
+
+    std::mutex m_makingMutex;
+    std::mutex m_mutex; ///< of the pointer alone: many threads may load pictures that ask for it
+    std::shared_ptr<const ProfileFile> m_profile;
+};
+
+} // namespace
+
 std::shared_ptr<const ProfileFile> GetSRgbProfile() {
     const fs::path found = FindSRgbProfile();
     if (!found.empty()) {
         return std::make_shared<const ProfileFile>(found);
     }
-    static std::mutex s_mutex;
-    static std::shared_ptr<const ProfileFile> s_profile;
-    const std::lock_guard guard(s_mutex);
-    std::error_code ignored;
-    // Whoever tidies the folder of temporary files may have taken it away.
-    if (!s_profile || !fs::exists(s_profile->GetPath(), ignored)) {
-        s_profile = CreateProfileByData(MakeSRgbProfile());
-    }
-    return s_profile;
+    static GeneratedSRgbProfile s_profile;
+    return s_profile.Get();
 }
 
 } // namespace ImagingFramework

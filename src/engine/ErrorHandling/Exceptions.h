@@ -83,7 +83,7 @@ RASTERLOOM_FIXED(AbortedException, ApplicationException, -6, "Operation is abort
 RASTERLOOM_CODED(MediaProviderException, ApplicationException);
 RASTERLOOM_FIXED(JpegMarkerException, MediaProviderException, 0x80004005U, "Error occured during processing JPEG-marker.");
 RASTERLOOM_FIXED(MediaUnsupportedException, MediaProviderException, -10, "The media format is not supported.");
-RASTERLOOM_FIXED(MediaCorruptedException, MediaProviderException, -4115, "Unable to open media due to damage.");
+RASTERLOOM_NAMED(MediaCorruptedException, MediaProviderException, -4115, "Unable to open media due to damage.", "", ""); // or any text
 RASTERLOOM_CODED(MetaDataException, ApplicationException);
 RASTERLOOM_FIXED(MetaDataReadingNotAllowedException, MetaDataException, -5623, "Read operation is not allowed.");
 RASTERLOOM_FIXED(MetaDataWritingNotAllowedException, MetaDataException, -5623, "Write operation is not allowed.");

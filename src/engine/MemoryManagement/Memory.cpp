@@ -4,10 +4,12 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <mutex>
+#include <new>
 #include <sys/mman.h>
 #include <unordered_map>
 
@@ -42,8 +44,7 @@ public:
         }
         void* const fresh = Map(rounded);
         if (fresh != nullptr) {
-            const std::lock_guard lock(m_mutex);
-            m_inUse.emplace(fresh, rounded);
+            Enter(fresh, rounded);
         }
         return fresh;
     }
@@ -89,6 +90,16 @@ private:
         void* Pointer = nullptr;
         std::size_t Size = 0;
     };
+
+    void Enter(void* fresh, std::size_t size) {
+        try {
+            const std::lock_guard lock(m_mutex);
+            m_inUse.emplace(fresh, size);
+        } catch (...) {
+            munmap(fresh, size);
+            throw;
+        }
+    }
 
     void* TakeCached(std::size_t size) {
         const std::lock_guard lock(m_mutex);
@@ -141,10 +152,24 @@ LargeBlocks& GetLargeBlocks() {
     return *s_pBlocks;
 }
 
+/// Allocations until the one that is to fail; 0 and below: none is.
+std::atomic<std::int64_t> s_intFailingAllocation{0};
+
+bool IsToFail() noexcept {
+    return s_intFailingAllocation.load(std::memory_order_relaxed) > 0 && s_intFailingAllocation.fetch_sub(1) == 1;
+}
+
 void* AllocBlock(std::size_t size, bool zeroed) {
     void* pointer = nullptr;
+    if (IsToFail()) {
+        throw MemoryException();
+    }
     if (size >= LargeBlock) {
-        pointer = GetLargeBlocks().Take(size, zeroed);
+        try {
+            pointer = GetLargeBlocks().Take(size, zeroed);
+        } catch (const std::bad_alloc&) {
+            // The entry in the table could not be had; it ends as if the block could not.
+        }
     } else {
         const std::size_t rounded = RoundUp(std::max<std::size_t>(size, 1), SmallAlignment);
         pointer = std::aligned_alloc(SmallAlignment, rounded);
@@ -173,6 +198,10 @@ void FreeMemory(void* pointer) noexcept {
         return;
     }
     std::free(pointer);
+}
+
+std::int64_t FailAllocation(std::int64_t number) noexcept {
+    return std::max<std::int64_t>(0, s_intFailingAllocation.exchange(number));
 }
 
 void TrimMemoryCache() noexcept { GetLargeBlocks().Trim(); }

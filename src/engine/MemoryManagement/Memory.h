@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -16,6 +17,11 @@ void* AllocZeroedMemory(std::size_t size);
 
 /// Gives a block back; null is ignored. Thread-safe.
 void FreeMemory(void* pointer) noexcept;
+
+/// Lets the allocation of this number from now on fail, counted over all threads from 1, and no other; 0 lets none fail.
+/// What tests of exhausted memory need. Returns how many allocations the last such order still waited for: 0 when it has
+/// been carried out.
+std::int64_t FailAllocation(std::int64_t number) noexcept;
 
 /// Drops the cache of freed large blocks.
 void TrimMemoryCache() noexcept;

@@ -1,5 +1,6 @@
 #include "metadata/MetaData.h"
 
+#include "Common/FrameSize.h"
 #include "metadata/Frames/IFrameDecoder.h"
 #include "metadata/RecognizeMediaFormat.h"
 #include "metadata/Streams/FileStream.h"
@@ -84,6 +85,7 @@ void MetaData::RequireFormat(FileFormat format) const {
 }
 
 void MetaData::SetFrameInfo(const IFrameDecoderImpl& decoder, FileFormat format) {
+    CheckFrameCount(decoder.GetFrameCount());
     m_uintFrameCount = decoder.GetFrameCount();
     m_uintFrameWidth = decoder.GetFrameWidth();
     m_uintFrameHeight = decoder.GetFrameHeight();

@@ -1,5 +1,7 @@
 #include <Corvane/Rasterloom/Codecs/CustomFormatReader.h>
 
+#include "CallEngine.h"
+#include "Common/FrameSize.h"
 #include "FrameImpl.h"
 #include "metadata/MetaData.h"
 
@@ -106,7 +108,13 @@ std::unique_ptr<ImagingFramework::BitmapData> CustomFormatReader::_LoadRaster() 
     if (!bitmap) {
         throw UnexpectedException("The custom reader has not set the loaded bitmap.");
     }
-    return bitmap->_Detach();
+    auto raster = bitmap->_Detach();
+    if (get__ActionType() == ActionType::BitmapLoading) {
+        CallEngine([&] {
+            ImagingFramework::CheckFrameSize(raster->GetWidth(), raster->GetHeight(), raster->GetPixelFormat());
+        });
+    }
+    return raster;
 }
 
 // --- Helpers

@@ -1,6 +1,7 @@
 #include "FormatReaderImpl.h"
 
 #include "CallOverStream.h"
+#include "Common/FrameSize.h"
 #include "FormatCodecFields.h"
 #include "FrameImpl.h"
 #include "ObjectGuard.h"
@@ -10,6 +11,7 @@
 #include <Corvane/Rasterloom/Exceptions.h>
 #include <Corvane/Rasterloom/Host/FileStream.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace Corvane::Rasterloom::Codecs {
@@ -74,6 +76,7 @@ void FormatReader::set__FrameCount(std::int32_t frameCount) {
     if (frameCount < -1) {
         throw Host::ArgumentOutOfRangeException("frameCount");
     }
+    CallEngine([&] { engine::CheckFrameCount(static_cast<std::uint64_t>(std::max(0, frameCount))); });
     m_pImpl->m_intFrameCount = frameCount;
 }
 

@@ -3,6 +3,7 @@
 #include "Transforms/PixelFormatConverterImpl.h"
 
 #include "CallEngine.h"
+#include "EngineColor.h"
 #include "PixelAccess.h"
 #include "Validator.h"
 
@@ -96,13 +97,8 @@ void PixelFormatConverter::InitializeAlphaBlend() {
         return;
     }
     // The engine composes in the colour space of the source.
-    const auto format = get__Run().m_pSrcBitmapData->get__InternalBitmapData().GetPixelFormat();
-    const auto space = static_cast<ColorSpace>(engine::PixelFormatColorSpace(format));
-    const auto channels = settings.m_backgroundColor.ConvertColorSpace(space).ToArray32();
-    engine::ColorSpaceManager::Channels background{};
-    std::ranges::transform(channels, background.begin(),
-                           [](std::int32_t channel) { return static_cast<std::uint16_t>(channel); });
-    manager.SetBackgroundColor(background);
+    manager.SetBackgroundColor(
+        EngineColor(settings.m_backgroundColor, get__Run().m_pSrcBitmapData->get__InternalBitmapData()));
 }
 
 engine::IInternalEventsHost& PixelFormatConverter::_GetEngineEventsHost() { return m_pSettings->m_manager; }

@@ -1,4 +1,3 @@
-#include "Common/FrameSize.h"
 #include "Common/Numeric.h"
 #include "Common/PixelFormat.h"
 
@@ -53,16 +52,6 @@ TEST(PixelFormat, StrideRoundsUpAndWrapsAsDeclared) {
     // 0x7FFFFFFF8 is the last product that passes.
     EXPECT_NO_THROW(CalculateStride(0x3FFFFFFFU, PixelFormat::Format32bppArgb, 4));
     EXPECT_THROW(CalculateStride(0x40000000U, PixelFormat::Format32bppArgb, 4), OverflowException);
-}
-
-TEST(PixelFormat, FrameSizesAreJudgedInOnePlace) {
-    EXPECT_TRUE(IsAcceptableFrameSize(1, 1, PixelFormat::Format1bppIndexed));
-    EXPECT_FALSE(IsAcceptableFrameSize(0, 5, PixelFormat::Format24bppRgb));
-    EXPECT_FALSE(IsAcceptableFrameSize(5, 0, PixelFormat::Format24bppRgb));
-    EXPECT_FALSE(IsAcceptableFrameSize(65536, 65536, PixelFormat::Format8bppGrayScale));
-    EXPECT_TRUE(IsAcceptableFrameSize(65532, 65537, PixelFormat::Format8bppGrayScale));
-    EXPECT_FALSE(IsAcceptableFrameSize(1ULL << 40, 1, PixelFormat::Format1bppIndexed));
-    EXPECT_THROW(CheckFrameSize(0, 0, PixelFormat::Format24bppRgb), MediaCorruptedException);
 }
 
 TEST(Numeric, RoundsHalvesUpAndChecksTheRange) {

@@ -1,6 +1,6 @@
 // A host program that knows nothing but the installed library: halves a picture.
 #include <Corvane/Rasterloom/Bitmap.h>
-#include <Corvane/Rasterloom/Host/Errors.h>
+#include <Corvane/Rasterloom/Exceptions.h>
 #include <Corvane/Rasterloom/TransformsProvider.h>
 
 #include <iostream>
@@ -15,6 +15,14 @@ int main(int argc, char** argv) {
         Bitmap missing("no such file");
         return 1;
     } catch (const Host::FileNotFoundException&) { // failures cross the boundary of the library
+    }
+    try {
+        Bitmap noPicture(argv[0]);
+        return 1;
+    } catch (const Host::Exception& failure) { // and their classes are the same on both sides
+        if (dynamic_cast<const Codecs::MediaUnsupportedException*>(&failure) == nullptr) {
+            return 1;
+        }
     }
     Bitmap bitmap(argv[1]);
     const std::int32_t width = bitmap.get_Width() / 2;

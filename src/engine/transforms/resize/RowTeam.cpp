@@ -3,8 +3,8 @@
 #include "ErrorHandling/Exceptions.h"
 
 #include <algorithm>
+#include <exception>
 #include <limits>
-#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -87,8 +87,8 @@ void RowTeam::Run(std::uint32_t rows, std::uint32_t minimumChunk, const Body& bo
         for (std::uint32_t i = 1; i < threads; ++i) {
             workers.emplace_back([this, rows, chunk, &body] { Work(Member(*this, false, false), rows, chunk, body); });
         }
-    } catch (const std::system_error&) {
-        // Fewer threads than wished do the same work.
+    } catch (const std::exception&) {
+        // No thread or no memory for one: fewer than wished do the same work.
     }
     Work(Member(*this, false, true), rows, chunk, body);
     for (std::thread& worker : workers) {
