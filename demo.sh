@@ -14,7 +14,7 @@ out=demo-output
 mkdir -p "$out"
 run() { echo; echo "\$ rasterloom $*"; "$tool" "$@"; }
 
-run info --metadata "$picture"
+run info "$picture"
 run thumbnail --force "$picture" "$out/thumbnail.jpg" --size 160x160
 run convert --force "$picture" "$out/half.png" --resize 50% --interpolation Lanczos3Filter
 run convert --force "$picture" "$out/half.jpg" --resize 50% --quality 90 --progressive

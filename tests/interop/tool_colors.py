@@ -141,6 +141,17 @@ class ColorsTest(ToolCase):
         # sRGB of the system for pictures that have none.
         self.assertIn("Rgb", self.info(self.convert("--profile-out", "srgb"))["profile"]["colorSpace"])
 
+    def test_a_profile_leads_to_rgb(self):
+        # Half of linear gray is 0.5020 ** (1 / 2.4) * 1.055 - 0.055 of sRGB: 188 of 255.
+        linear, source = self.path / "linear.icc", self.path / "half.png"
+        linear.write_bytes(tool_profiles.gray("linear", 1.0))
+        run("convert", "-size", "4x4", "xc:gray(128)", "-colorspace", "Gray", "-strip", "-depth", "8", "-define", "png:color-type=0",
+            source)
+        self.succeed("convert", source, self.path / "tagged.png", "--profile-in", linear)
+        for picture, arguments, expected in ((source, (), 128), (self.path / "tagged.png", (), 188)):
+            out = self.convert("--pixel-format", "24bppRgb", *arguments, picture=picture)
+            self.assertLessEqual(abs(pixel(out, 1, 1)[0] - expected), 1, picture)
+
     def test_profiles_stay_with_the_pixels(self):
         wide = self.path / "wide.icc"
         wide.write_bytes(tool_profiles.rgb("wide", tool_profiles.WIDE, 1.8))

@@ -127,8 +127,9 @@ class FilesTest(ToolCase):
             for chosen in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
                 arguments = [TOOL, "convert", self.photo, self.path / "out.png", "--resize", "5000x",
                              "--compression-level", "9"]
+                heed = lambda: signal.signal(signal.SIGHUP, signal.SIG_DFL)  # which whoever runs this may ignore
                 with subprocess.Popen(list(map(str, arguments)), stdout=subprocess.PIPE, stderr=subprocess.PIPE,
-                                      text=True) as process:
+                                      text=True, preexec_fn=heed) as process:
                     process.stdout.readline()
                     time.sleep(delay)
                     process.send_signal(chosen)

@@ -156,13 +156,14 @@ private:
         }
         try {
             Write(picture.Pixels, task.Output, *options);
-        } catch (const UnexpectedException& exception) {
-            // A block that has grown beyond what the format holds.
+        } catch (const UnexpectedException&) {
+            // The thumbnail that was made anew may be larger than the old one, and the block is limited.
             if (IsInterrupted() || !DropThumbnail(picture.Metadata)) {
                 throw;
             }
-            m_console.Note(task.Input, std::string("the EXIF thumbnail is left out: ") + exception.what());
             Write(picture.Pixels, task.Output, *options);
+            m_console.Note(task.Input,
+                           "the EXIF thumbnail is left out, since the EXIF block would be too large with it");
         }
         return carried.empty() ? "" : ", with " + carried;
     }

@@ -45,7 +45,11 @@ void InstallInterruptHandler() {
     action.sa_flags = static_cast<int>(SA_RESETHAND);
     sigaction(SIGINT, &action, nullptr);
     sigaction(SIGTERM, &action, nullptr);
-    sigaction(SIGHUP, &action, nullptr);
+    struct sigaction before {};
+    sigaction(SIGHUP, nullptr, &before);
+    if (before.sa_handler != SIG_IGN) { // which is how nohup asks to go on
+        sigaction(SIGHUP, &action, nullptr);
+    }
     // A reader that goes away is told by the write, when files are complete.
     struct sigaction ignore {};
     ignore.sa_handler = SIG_IGN;

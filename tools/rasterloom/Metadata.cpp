@@ -27,9 +27,10 @@ namespace {
 /// The size that EXIF has in mind for thumbnails, in either direction.
 constexpr std::int32_t ThumbnailSide = 160;
 
-// Image resources that tell about pixels.
+// Image resources by number.
 constexpr std::uint32_t ThumbnailResources[] = {0x0409, 0x040C};
 constexpr std::uint32_t ProfileResource = 0x040F;
+constexpr std::uint32_t IptcResource = 0x0404;
 
 constexpr const char* XmpOrientation = "tiff:Orientation";
 
@@ -149,7 +150,10 @@ std::string AddMetadata(Codecs::EncoderOptions& options, const Metadata& metadat
         }
     };
     target->set_Exif(metadata.Exif);
-    target->set_Iptc(metadata.Iptc);
+    // The resources hold the block as it was: order and bytes stay, which other programs keep digests of.
+    if (!metadata.AdobeResources || !metadata.AdobeResources->Contains(IptcResource)) {
+        target->set_Iptc(metadata.Iptc);
+    }
     target->set_Xmp(metadata.Xmp);
     target->set_AdobeResources(metadata.AdobeResources);
     add(metadata.Exif != nullptr, "EXIF");
