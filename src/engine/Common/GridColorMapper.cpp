@@ -20,9 +20,8 @@ constexpr std::size_t MaximumCandidates = 64;
 constexpr std::size_t MaximumVectorCandidates = 256;
 /// All lists together, in blocks. Cells that are met when it is reached are left to the tree.
 constexpr std::size_t MaximumBlocks = std::size_t{1} << 17;
-/// When the lists have grown so far, cells get one list for two, then for four of them on each axis.
+/// When the lists have grown so far, two cells on each axis get one list.
 constexpr std::size_t BlocksBeforePairs = MaximumBlocks / 8;
-constexpr std::size_t BlocksBeforeQuadruples = MaximumBlocks / 2;
 
 constexpr std::uint32_t CellUnknown = 0;
 constexpr std::uint32_t CellOfTree = 1 << 8; ///< no blocks either
@@ -197,8 +196,6 @@ void GridColorMapper::DropBeaten(const Box& box) {
 std::uint32_t GridColorMapper::FillCell(std::uint32_t cell) {
     if (m_uintLevel == 0 && m_blocks.size() >= BlocksBeforePairs) {
         SetLevel(1);
-    } else if (m_uintLevel == 1 && m_blocks.size() >= BlocksBeforeQuadruples) {
-        SetLevel(2);
     }
     std::array<std::uint32_t, 4> coordinates;
     Box box;
