@@ -72,6 +72,18 @@ class ColorsTest(ToolCase):
         again = self.convert("--pixel-format", "8bppIndexed", "--palette", "100", picture=self.convert("--palette", "200"))
         self.assertLess(distance(again, PICTURE), 0.05)
 
+    def test_thumbnails_have_the_colours_of_their_picture(self):
+        indexed = self.convert("--palette", "16", name="indexed.png")
+        gray = self.convert("--pixel-format", "8bppGrayScale", name="gray.png")
+        clear = self.path / "clear.png"
+        run("convert", indexed, "-transparent", run("convert", indexed, "-format", "%[pixel:p{0,0}]", "info:").decode(),
+            "png8:" + str(clear))
+        for picture, pixels in ((PICTURE, "Format24bppRgb"), (indexed, "Format24bppRgb"), (gray, "Format8bppGrayScale"),
+                                (clear, "Format32bppArgb")):
+            out = self.path / "thumbnail.png"
+            self.succeed("thumbnail", "-f", picture, out, "--size", "50x50")
+            self.assertEqual(self.info(out)["pixelFormat"], pixels, picture)
+
     def test_what_cannot_be_meant(self):
         for arguments in (("--palette", "1"), ("--palette", "257"), ("--palette", "nothing.png"), ("--palette", ""),
                           ("--palette", __file__), ("--dither", "Jarvis:101"), ("--dither", "none of them"),

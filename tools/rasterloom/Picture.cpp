@@ -3,10 +3,12 @@
 #include "Conversions.h"
 #include "Files.h"
 
+#include <Corvane/Rasterloom/BitmapData.h>
 #include <Corvane/Rasterloom/Codecs/Frame.h>
 #include <Corvane/Rasterloom/Codecs/JpegReader.h>
 #include <Corvane/Rasterloom/TransformsProvider.h>
 
+#include <cstddef>
 #include <utility>
 
 namespace Tool {
@@ -20,6 +22,24 @@ RequestedSize BoxFor(const RequestedSize& box, const Metadata& metadata, bool au
     return autoOrient && IsLyingOrientation(GetOrientation(metadata)) ? RequestedSize{box.Height, box.Width, 0} : box;
 }
 
+/// Whether a `Format32bppArgb` bitmap shows nothing of what is behind it.
+bool IsOpaque(Bitmap& bitmap) {
+    constexpr std::int32_t alphaOffset = 3;
+    constexpr std::int32_t pixelSize = 4;
+    const std::int32_t width = bitmap.get_Width();
+    const std::int32_t height = bitmap.get_Height();
+    const auto view = bitmap.LockBits();
+    bool opaque = true;
+    for (std::int32_t y = 0; y < height && opaque; ++y) {
+        const std::uint8_t* const row = view->get_Scan0() + static_cast<std::ptrdiff_t>(y) * view->get_Stride();
+        for (std::int32_t x = 0; x < width && opaque; ++x) {
+            opaque = row[static_cast<std::ptrdiff_t>(x) * pixelSize + alphaOffset] == 255;
+        }
+    }
+    bitmap.UnlockBits(view);
+    return opaque;
+}
+
 void LoadReduced(Picture& picture, Codecs::IFrame& frame, const RequestedSize& box, const Settings& settings) {
     auto* const own = dynamic_cast<Codecs::Frame*>(&frame);
     if (own != nullptr && settings.Interpolation) {
@@ -31,7 +51,8 @@ void LoadReduced(Picture& picture, Codecs::IFrame& frame, const RequestedSize& b
     picture.Pixels.set_HorizontalResolution(frame.get_HorizontalResolution());
     picture.Pixels.set_VerticalResolution(frame.get_VerticalResolution());
     const bool gray = frame.get_IsGrayScale();
-    if (!frame.get_HasAlpha() && !frame.get_IsIndexed()) {
+    const bool opaque = frame.get_IsIndexed() ? IsOpaque(picture.Pixels) : !frame.get_HasAlpha();
+    if (opaque) {
         ConvertPixels(picture.Pixels, gray ? PixelFormat::Format8bppGrayScale : PixelFormat::Format24bppRgb,
                       settings.Colors);
     }
