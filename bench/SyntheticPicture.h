@@ -74,7 +74,7 @@ inline std::vector<std::uint8_t> MakePhotograph(std::size_t channels) {
         light.assign(Width, 128.0F);
         tint.assign(Width, 0.0F);
         float amplitude = 45.0F;
-        for (std::size_t cell = 512; cell >= 1; cell /= 2, amplitude *= 0.72F) {
+        for (std::size_t cell = 512; cell >= 1; cell /= 2, amplitude *= 0.8F) {
             addOctave(light, y, cell, amplitude, static_cast<std::uint32_t>(cell));
             if (cell >= 16) {
                 addOctave(tint, y, cell, amplitude * 0.5F, static_cast<std::uint32_t>(cell + 1));

@@ -63,6 +63,7 @@ void BM_Decode(benchmark::State& state) {
         metaData.GetItem(tag);
     }
     CountPixels(state);
+    state.counters["bits/pixel"] = 8.0 * static_cast<double>(stream->GetBytes().size()) / Width / Height;
 }
 BENCHMARK(BM_Decode)->ArgName("progressive")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 

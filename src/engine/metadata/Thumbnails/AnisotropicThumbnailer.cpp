@@ -44,7 +44,9 @@ AnisotropicThumbnailer::AnisotropicThumbnailer(std::uint32_t samplingFactor, std
     m_sampleRows = SampleIndices(imageHeight, m_uintThumbHeight, samplingFactor, 0, m_uintThumbHeight);
     m_sampler.emplace(SampleIndices(imageWidth, m_uintThumbWidth, samplingFactor, 0, m_uintThumbWidth), imageFormat,
                       pImageColorMap);
-    m_sums.resize(std::size_t{m_uintThumbWidth} * m_uintThumbHeight * ChannelCount);
+    const std::size_t sumCount = std::size_t{m_uintThumbWidth} * m_uintThumbHeight * ChannelCount;
+    m_sums.AllocateCount(sumCount);
+    std::fill_n(m_sums.Get(), sumCount, std::uint16_t{0});
 }
 
 void AnisotropicThumbnailer::SetScanline(std::uint32_t rowIndex, const std::uint8_t* rowData) {
@@ -68,7 +70,7 @@ void AnisotropicThumbnailer::SetScanline(std::uint32_t rowIndex, const std::uint
 }
 
 void AnisotropicThumbnailer::AddRow(std::uint32_t thumbRow, const std::uint8_t* pSamples) {
-    std::uint16_t* const pSums = m_sums.data() + std::size_t{thumbRow} * m_uintThumbWidth * ChannelCount;
+    std::uint16_t* const pSums = m_sums.Get() + std::size_t{thumbRow} * m_uintThumbWidth * ChannelCount;
     const auto add = m_uintSamplingFactor == 2 ? AddSamples<2> : AddSamples<3>;
     add(pSamples, pSums, m_uintThumbWidth);
 }
@@ -77,7 +79,7 @@ void AnisotropicThumbnailer::Finish() {
     const std::size_t rowSize = std::size_t{m_uintThumbWidth} * ChannelCount;
     const auto divide = m_uintSamplingFactor == 2 ? DivideSums<2> : DivideSums<3>;
     for (std::uint32_t y = 0; y < m_uintThumbHeight; ++y) {
-        divide(m_sums.data() + y * rowSize, m_pThumbBitmapData->GetScanlineRef(y), rowSize);
+        divide(m_sums.Get() + y * rowSize, m_pThumbBitmapData->GetScanlineRef(y), rowSize);
     }
 }
 

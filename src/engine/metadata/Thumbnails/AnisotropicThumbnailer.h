@@ -1,5 +1,6 @@
 #pragma once
 
+#include "MemoryManagement/MemPtr.h"
 #include "metadata/Thumbnails/ArgbSampler.h"
 #include "metadata/Thumbnails/IThumbnailCreatorImpl.h"
 
@@ -23,7 +24,7 @@ private:
 
     std::uint32_t m_uintSamplingFactor;
     std::vector<std::uint32_t> m_sampleRows; ///< source row of each sample, ascending
-    std::vector<std::uint16_t> m_sums;       ///< four channels of each pixel of the thumbnail
+    MemPtr<std::uint16_t> m_sums;            ///< four channels of each pixel of the thumbnail
     std::uint32_t m_uintRowsSeen = 0;
     std::optional<ArgbSampler> m_sampler;
     std::optional<RowToArgb> m_converter; ///< for a thumbnail of the image's size
