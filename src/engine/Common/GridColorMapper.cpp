@@ -15,10 +15,13 @@ namespace {
 
 constexpr std::uint32_t MaximumGridEntries = 1024;
 
-/// A longer list is no faster than the tree.
+/// A longer list is no faster than the tree, one by one or with vectors.
 constexpr std::size_t MaximumCandidates = 64;
+constexpr std::size_t MaximumVectorCandidates = 256;
 /// All lists together, in blocks. Cells that are met when it is reached are left to the tree.
 constexpr std::size_t MaximumBlocks = std::size_t{1} << 17;
+/// When the lists have grown so far, two cells on each axis get one list.
+constexpr std::size_t BlocksBeforePairs = MaximumBlocks / 8;
 
 constexpr std::uint32_t CellUnknown = 0;
 constexpr std::uint32_t CellOfTree = 1 << 8; ///< no blocks either
@@ -60,7 +63,8 @@ void GridColorMapper::SetColorMap(const ColorMap& map) {
         m_entries.insert(m_entries.end(), {point[3], point[2], point[1], point[0]});
     }
     FindDuplicates();
-    BuildAxisBounds();
+    m_blocks.clear();
+    SetLevel(0);
     m_cells.assign(std::size_t{CellCount(0)} << (CellBits[1] + CellBits[2] + CellBits[3]), CellUnknown);
 }
 
@@ -86,20 +90,28 @@ void GridColorMapper::FindDuplicates() {
 
 // --- Cells
 
+bool GridColorMapper::IsCut(std::size_t axis) const { return axis != 0 || m_uintAlphaMask != 0; }
+
 std::uint32_t GridColorMapper::CellCount(std::size_t axis) const {
-    return axis == 0 && m_uintAlphaMask == 0 ? 1U : 1U << CellBits[axis];
+    return IsCut(axis) ? 1U << (CellBits[axis] - m_uintLevel) : 1U;
 }
 
 /// The values of a cell along an axis. Where all entries have one alpha, it stands for all alphas: they are equally far
 /// from every entry.
 GridColorMapper::Range GridColorMapper::CellRange(std::size_t axis, std::uint32_t coordinate) const {
-    if (CellCount(axis) == 1) {
+    if (!IsCut(axis)) {
         const std::int32_t alpha = m_pTree->GetPoints()[0][0];
         return {alpha, alpha};
     }
-    const std::uint32_t bits = 8 - CellBits[axis];
+    const std::uint32_t bits = 8 - CellBits[axis] + m_uintLevel;
     const auto low = static_cast<std::int32_t>(coordinate << bits);
     return {low, low + (1 << bits) - 1};
+}
+
+/// Lists made from now on are for 2^level cells on each axis.
+void GridColorMapper::SetLevel(std::uint32_t level) {
+    m_uintLevel = level;
+    BuildAxisBounds();
 }
 
 void GridColorMapper::BuildAxisBounds() {
@@ -182,28 +194,48 @@ void GridColorMapper::DropBeaten(const Box& box) {
 }
 
 std::uint32_t GridColorMapper::FillCell(std::uint32_t cell) {
+    if (m_uintLevel == 0 && m_blocks.size() >= BlocksBeforePairs) {
+        SetLevel(1);
+    }
     std::array<std::uint32_t, 4> coordinates;
     Box box;
     std::uint32_t rest = cell;
     for (std::size_t axis = 4; axis-- > 0;) {
-        coordinates[axis] = rest & ((1U << CellBits[axis]) - 1);
+        coordinates[axis] = (rest & ((1U << CellBits[axis]) - 1)) >> m_uintLevel;
         rest >>= CellBits[axis];
         box[axis] = CellRange(axis, coordinates[axis]);
     }
     ListCandidates(coordinates, box);
     DropBeaten(box);
-    m_cells[cell] = WriteBlocks();
+    StoreCells(coordinates, WriteBlocks());
     return m_cells[cell];
+}
+
+/// Gives the word to all cells of the box that have none yet.
+void GridColorMapper::StoreCells(const std::array<std::uint32_t, 4>& coordinates, std::uint32_t word) {
+    const std::uint32_t mask = (1U << m_uintLevel) - 1;
+    const std::uint32_t count = 1U << (IsCut(0) ? 4 : 3) * m_uintLevel;
+    for (std::uint32_t i = 0; i < count; ++i) {
+        std::uint32_t cell = 0;
+        for (std::uint32_t axis = 0; axis < 4; ++axis) {
+            const std::uint32_t inner = i >> (3 - axis) * m_uintLevel & mask;
+            cell = cell << CellBits[axis] | coordinates[axis] << m_uintLevel | inner;
+        }
+        if (m_cells[cell] == CellUnknown) {
+            m_cells[cell] = word;
+        }
+    }
 }
 
 /// Stores the list and gives the word of its cell. An entry with duplicates stands in it twice, so that every search
 /// that ends with it finds a tie.
 std::uint32_t GridColorMapper::WriteBlocks() {
-    std::uint16_t entries[MaximumCandidates];
+    const std::size_t maximum = HasByteIndices() ? MaximumVectorCandidates : MaximumCandidates;
+    std::uint16_t entries[MaximumVectorCandidates];
     std::size_t count = 0;
     for (const Candidate& candidate : m_candidates) {
         const std::size_t times = m_hasDuplicates[candidate.Entry] + std::size_t{1};
-        if (count + times > MaximumCandidates) {
+        if (count + times > maximum) {
             return CellOfTree;
         }
         std::fill_n(entries + count, times, candidate.Entry);

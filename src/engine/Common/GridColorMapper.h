@@ -15,7 +15,8 @@ namespace ImagingFramework {
 /// The colours are cut into cells, finest in green, which weighs most. A cell lists, from its first use on, the entries
 /// that can be nearest to any of its colours, which are rarely more than four. A unique nearest entry is the answer; of
 /// several that tie the one found last stays the answer, and when it is none of them the tree decides, whose order of
-/// visits does not depend on where it starts. Cells with very many candidates are left to the tree as well.
+/// visits does not depend on where it starts. Cells with very many candidates are left to the tree as well. Once the
+/// lists have grown large, as they do with noise, neighbouring cells share them.
 ///
 /// It shares the tree's memory of the answer before, so both may be asked in turn. Takes 0.5 to 2 MiB for most
 /// pictures, 2 MiB more where the entries differ in alpha, and 12 MiB at most.
@@ -91,10 +92,13 @@ private:
     };
 
     void FindDuplicates();
+    bool IsCut(std::size_t axis) const;
     Range CellRange(std::size_t axis, std::uint32_t coordinate) const;
     std::uint32_t CellCount(std::size_t axis) const;
+    void SetLevel(std::uint32_t level);
     void BuildAxisBounds();
     std::uint32_t FillCell(std::uint32_t cell);
+    void StoreCells(const std::array<std::uint32_t, 4>& coordinates, std::uint32_t word);
     void ListCandidates(const std::array<std::uint32_t, 4>& coordinates, const Box& box);
     void DropBeaten(const Box& box);
     bool IsBeaten(std::uint32_t entry, std::uint32_t by, const Box& box) const;
@@ -103,6 +107,7 @@ private:
 
     std::shared_ptr<KDTreeColorMapper::Search> m_pTree;
     std::uint32_t m_uintAlphaMask = 0;
+    std::uint32_t m_uintLevel = 0; ///< a list is made for 2^level cells on each axis
     std::vector<std::uint16_t> m_representatives; ///< by entry: the first one of its colour
     std::vector<std::uint16_t> m_uniques;         ///< the entries that are the first ones of their colours
     std::vector<std::uint8_t> m_hasDuplicates;    ///< by entry

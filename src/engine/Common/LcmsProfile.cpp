@@ -105,6 +105,7 @@ void LcmsProfile::Open(std::span<const std::uint8_t> bytes) {
     }
     m_uintDeviceClass = ReadSignature(bytes, DeviceClassPosition);
     m_uintColorSpace = ReadSignature(bytes, ColorSpacePosition);
+    m_bHasTexts = HasRoomForTexts(bytes);
 }
 
 LcmsProfile::~LcmsProfile() { cmsCloseProfile(m_hProfile); }
@@ -119,6 +120,9 @@ std::uint32_t LcmsProfile::GetColorSpace() const {
 }
 
 std::string LcmsProfile::GetText(cmsInfoType type) const {
+    if (!m_bHasTexts) {
+        return {};
+    }
     const cmsUInt32Number size = cmsGetProfileInfo(m_hProfile, type, "en", "US", nullptr, 0);
     std::vector<wchar_t> text(size / sizeof(wchar_t) + 1);
     cmsGetProfileInfo(m_hProfile, type, "en", "US", text.data(),

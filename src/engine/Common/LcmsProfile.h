@@ -30,7 +30,8 @@ public:
     /// The four characters of the profile's class.
     std::uint32_t GetDeviceClass() const noexcept { return m_uintDeviceClass; }
 
-    /// Texts are UTF-8, in English where there are several languages; empty where the profile has none.
+    /// Texts are UTF-8, in English where there are several languages; empty where the profile has none, and all of them
+    /// when one is damaged so that it claims more languages than there is room for.
 
     /// Model and manufacturer of the device, else the description.
     std::string GetName() const;
@@ -49,6 +50,7 @@ private:
     cmsHPROFILE m_hProfile = nullptr;
     std::uint32_t m_uintDeviceClass = 0;
     std::uint32_t m_uintColorSpace = 0;
+    bool m_bHasTexts = false;
 };
 
 } // namespace ImagingFramework

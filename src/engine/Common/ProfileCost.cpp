@@ -22,24 +22,35 @@ constexpr std::uint32_t Signature(const char (&text)[5]) {
     return code;
 }
 
-/// Walks the multi-process elements of ICC.1:2010 by the positions that the profile tells. What lies outside the
-/// profile reads as zero; the library refuses it later.
+/// Walks the tags of ICC.1:2010 by the positions that the profile tells. What lies outside the profile reads as zero; the
+/// library refuses it later.
 class CostMeter {
 public:
     explicit CostMeter(std::span<const std::uint8_t> profile) : m_profile(profile) {}
 
     bool IsBounded() const {
+        return IsTrueForTags(Signature("mpet"), [this](std::uint64_t tag) { return CostOfElements(tag) <= CostLimit; });
+    }
+
+    bool HasRoomForTexts() const {
+        return IsTrueForTags(Signature("mluc"), [this](std::uint64_t tag) {
+            return tag + 16 + std::uint64_t{Read32(tag + 8)} * 12 <= m_profile.size();
+        });
+    }
+
+private:
+    /// Whether `question` holds for the position of every tag of the type.
+    template <class Question> bool IsTrueForTags(std::uint32_t type, Question question) const {
         const std::uint32_t tags = std::min(Read32(TagDirectory), TagLimit);
         for (std::uint32_t i = 0; i < tags; ++i) {
             const std::uint64_t tag = Read32(TagDirectory + 4 + i * TagEntrySize + 4);
-            if (Read32(tag) == Signature("mpet") && CostOfElements(tag) > CostLimit) {
+            if (Read32(tag) == type && !question(tag)) {
                 return false;
             }
         }
         return true;
     }
 
-private:
     std::uint32_t Read(std::uint64_t position, int bytes) const {
         std::uint32_t value = 0;
         for (int i = 0; i < bytes; ++i, ++position) {
@@ -87,5 +98,7 @@ private:
 } // namespace
 
 bool IsProfileCostBounded(std::span<const std::uint8_t> profile) { return CostMeter(profile).IsBounded(); }
+
+bool HasRoomForTexts(std::span<const std::uint8_t> profile) { return CostMeter(profile).HasRoomForTexts(); }
 
 } // namespace ImagingFramework

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <map>
 #include <random>
 
 namespace ImagingFramework {
@@ -150,6 +151,36 @@ TEST(ColorMap, AgreesWithALookAtAllEntries) {
     }
 }
 
+// Where several entries tie and the answer before is none of them, the order decides in which the tree visits its leaves. The
+// answers are those of a separate program that follows the description of the tree: 76 of the 96 searches tie, and in 68 of
+// these the answer before is not among the nearest.
+TEST(ColorMap, DecidesTiesByTheOrderOfTheTree) {
+    std::vector<std::vector<std::uint8_t>> entries;
+    for (int i = 0; i < 32; ++i) { // 27 colours in three levels of each channel, the first five of them twice
+        const int color = i * 11 % 27;
+        const auto level = [](int number) { return static_cast<std::uint8_t>(number % 3 * 100); };
+        entries.push_back({level(color / 9), level(color / 3), level(color), static_cast<std::uint8_t>(i % 3 != 0 ? 255 : 155)});
+    }
+    ColorMap map = MapOf(entries, PixelFormat::Format32bppArgb);
+    const std::uint32_t expected[] = {
+        13, 4,  4,  10, 31, 3,  21, 8,  3,  4,  13, 24, 22, 25, 12, 25, 11, 0,  20, 5,  7,  25, 3,  0,
+        21, 14, 0,  11, 11, 10, 0,  22, 24, 22, 17, 17, 24, 0,  5,  25, 2,  31, 29, 12, 2,  31, 12, 3,
+        6,  6,  23, 22, 11, 18, 8,  22, 14, 14, 4,  26, 26, 19, 25, 14, 17, 17, 19, 22, 11, 5,  14, 31,
+        23, 17, 25, 3,  9,  8,  26, 25, 25, 20, 1,  3,  15, 16, 16, 24, 12, 3,  4,  14, 9,  4,  7,  3};
+    std::uint32_t seed = 1;
+    const auto draw = [&seed] {
+        seed = seed * 1664525 + 1013904223;
+        return static_cast<int>((seed >> 24) % 5);
+    };
+    for (const std::uint32_t index : expected) {
+        const auto alpha = static_cast<std::uint8_t>(155 + draw() % 3 * 50);
+        const auto red = static_cast<std::uint8_t>(draw() * 50);
+        const auto green = static_cast<std::uint8_t>(draw() * 50);
+        const auto blue = static_cast<std::uint8_t>(draw() * 50);
+        EXPECT_EQ(map.FindNearestEntryIndex(alpha, red, green, blue), index);
+    }
+}
+
 /// Asks for the pixels in all ways in turn; each answer must be that of a tree that has been asked for all before.
 void CompareWithTree(const ColorMap& map, const std::vector<std::uint8_t>& pixels) {
     constexpr std::size_t run = 1000;
@@ -208,6 +239,37 @@ TEST(GridColorMapper, ServesCrowdedMaps) {
         padded.SetEntryRgb(i, black);
     }
     CompareWithTree(padded, CoarsePixels(random, 4000, 3));
+}
+
+// Noise in all four channels fills so many cells that neighbours come to share lists, two on each axis.
+TEST(GridColorMapper, SharesListsWhereTheyGrowLarge) {
+    std::mt19937 random(4);
+    const ColorMap map = CoarseMap(random, 256, 256, false);
+    const auto pixels = CoarsePixels(random, 40000, 256);
+    KDTreeColorMapper tree;
+    tree.SetColorMap(map);
+    std::vector<std::uint8_t> expected(pixels.size() / 4);
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        const std::uint8_t* const p = pixels.data() + 4 * i;
+        expected[i] = static_cast<std::uint8_t>(tree.GetNearestColorIndex(p[3], p[2], p[1], p[0]));
+    }
+    ForEachVectorTarget([&] {
+        KDTreeColorMapper twin;
+        twin.SetColorMap(map);
+        GridColorMapper grid(twin.GetSearch());
+        grid.SetColorMap(map);
+        std::vector<std::uint8_t> indices(expected.size());
+        grid.MapPixels(pixels.data(), indices.size(), indices.data());
+        EXPECT_TRUE(indices == expected);
+        constexpr std::size_t cellCount = std::size_t{1} << 19;
+        std::map<std::uint32_t, std::size_t> cellsOfLists;
+        for (std::size_t i = 0; i < cellCount; ++i) {
+            ++cellsOfLists[grid.GetView().Cells[i]];
+        }
+        cellsOfLists.erase(0); // cells without a pixel
+        const auto largest = std::ranges::max_element(cellsOfLists, {}, [](const auto& list) { return list.second; });
+        EXPECT_EQ(largest->second, 16U);
+    });
 }
 
 TEST(GridColorMapper, ServesMapsOfUpTo1024Entries) {

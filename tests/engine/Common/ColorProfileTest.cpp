@@ -141,6 +141,29 @@ TEST(ProfileCost, BoundsWhatAColorCosts) {
     EXPECT_TRUE(IsProfileCostBounded({}));
 }
 
+// The library would allocate for them all before it finds that they are not there.
+TEST(LcmsProfile, TellsNoTextsWhereOneClaimsTooManyLanguages) {
+    Bytes bytes = TestProfiles::Rgb();
+    const char signature[] = {'d', 'e', 's', 'c'};
+    const auto entry = std::ranges::search(bytes, signature).begin();
+    std::uint32_t tag = 0;
+    for (int i = 4; i < 8; ++i) {
+        tag = tag << 8 | entry[i];
+    }
+    ASSERT_EQ(bytes.at(tag + 11), 1); // one language
+    // As many as there is room for, whatever stands there, and one more.
+    const auto room = static_cast<std::uint32_t>((bytes.size() - tag - 16) / 12);
+    Put32(bytes, tag + 8, room);
+    EXPECT_TRUE(HasRoomForTexts(bytes));
+    Put32(bytes, tag + 8, room + 1);
+    EXPECT_FALSE(HasRoomForTexts(bytes));
+    Put32(bytes, tag + 8, 0x01000003);
+    const LcmsProfile profile = Open(bytes);
+    EXPECT_EQ(profile.GetName() + profile.GetCopyright() + profile.GetInfo(), "");
+    EXPECT_EQ(profile.GetColorSpace(), 0x01000000U); // and is of use all the same
+    EXPECT_TRUE(HasRoomForTexts({}));
+}
+
 TEST(LcmsContext, LimitsMemoryAndKeepsTheFirstError) {
     // One table of 16^3 x 3 numbers, named 4000 times: 190 MB as floats, and more beside them.
     Bytes table = Element("clut", 0x00030003, 28 + 16 * 16 * 16 * 3 * 4);

@@ -342,6 +342,62 @@ TEST(ColorManagement, FailsOnDamagedProfilesAndLeavesTheRasterAlone) {
     raises(damaged, ExceptionType::CmTransformException, "nothing but ones in the tags");
 }
 
+// Cut at any length a profile fails in one of the two ways, or, where only its texts are cut, converts as the whole one does.
+// Never do other colours come out.
+TEST(ColorManagement, FailsOnProfilesCutAnywhere) {
+    const ProfileFiles files;
+    ColorSpaceManager manager;
+    files.GiveTo(manager);
+    for (const PixelFormat format : {PixelFormat::Format32bppArgb, PixelFormat::Format8bppGrayScale, PixelFormat::Format64bppCmyk}) {
+        BitmapData source = RandomRaster(format);
+        const Bytes whole = ProfileOf(PixelFormatColorSpace(format));
+        const Words before = Samples(source);
+        const Words expected = Samples(*Convert(manager, source, PixelFormat::Format24bppRgb));
+        const std::size_t directoryEnd = 132 + std::size_t{12} * whole[131];
+        std::size_t failures = 0;
+        // A transform out of the tables of CMYK takes long to make.
+        const std::size_t step = whole.size() < 1000 ? 1 : 997;
+        for (std::size_t size = 1; size < whole.size(); size += step) {
+            SCOPED_TRACE(testing::Message() << std::hex << ToWord(format) << std::dec << " of " << size << " bytes");
+            source.SetProfile(whole.data(), size);
+            std::unique_ptr<BitmapData> result;
+            try {
+                manager.TransformBitmapData(source, PixelFormat::Format24bppRgb, result);
+                ASSERT_EQ(Samples(*result), expected);
+            } catch (const Exception& failure) {
+                ++failures;
+                ASSERT_EQ(result, nullptr);
+                // What is behind the directory of tags fails where it is needed.
+                ASSERT_EQ(failure.GetExceptionType(), size < directoryEnd ? ExceptionType::CmOpenProfileException
+                                                                          : ExceptionType::CmTransformException);
+            }
+            ASSERT_EQ(Samples(source), before);
+        }
+        EXPECT_GT(failures, 5U);
+    }
+}
+
+// A class that no conversion begins or ends with: a link of two devices, a change of colours in Lab, names of colours.
+TEST(ColorManagement, RefusesProfilesOfOtherClasses) {
+    const ProfileFiles files;
+    for (const char* const deviceClass : {"link", "abst", "nmcl"}) {
+        SCOPED_TRACE(deviceClass);
+        Bytes profile = ProfileOf(ColorSpace::Rgb);
+        std::copy_n(deviceClass, 4, profile.begin() + 12);
+        const TestProfiles::File file(profile);
+        const std::string name = file.Name();
+        BitmapData source = RandomRaster(PixelFormat::Format24bppRgb);
+        const Words before = Samples(source);
+        ColorSpaceManager manager;
+        manager.SetRgbColorProfile(&name);
+        EXPECT_THROW(Convert(manager, source, PixelFormat::Format24bppRgb), CmTransformException);
+        files.GiveTo(manager);
+        source.SetProfile(profile.data(), profile.size());
+        EXPECT_THROW(Convert(manager, source, PixelFormat::Format24bppRgb), CmTransformException);
+        EXPECT_EQ(Samples(source), before);
+    }
+}
+
 // --- The provider by itself
 
 TEST(LcmsProvider, ChecksItsArguments) {
