@@ -69,6 +69,14 @@ void MetaData::Close() {
     }
 }
 
+void MetaData::CloseFinally() noexcept {
+    try {
+        Close();
+    } catch (...) {
+        // A destructor has nobody to tell.
+    }
+}
+
 void MetaData::RequireFormat(FileFormat format) const {
     if (RecognizeMediaFormat(m_piStream.get()) != format) {
         throw MediaUnsupportedException();

@@ -47,6 +47,9 @@ public:
 protected:
     MetaData() = default;
 
+    /// `Close` for destructors, of every class that overrides `DetachFrames`: the failures of a file that was not closed are
+    /// lost.
+    void CloseFinally() noexcept;
     /// Reads the headers of the newly attached stream.
     virtual void RefreshRead() = 0;
     /// Prepares the writer.

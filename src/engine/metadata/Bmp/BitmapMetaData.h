@@ -2,25 +2,17 @@
 
 #include "metadata/Bmp/BitmapFrameDecoder.h"
 #include "metadata/Bmp/BitmapFrameEncoder.h"
-#include "metadata/MetaData.h"
+#include "metadata/Frames/FormatMetaData.h"
 
 namespace ImagingFramework {
 
 /// A BMP file. Items beyond those of every format, read: `FrameBitmap`, `FrameThumbnail`, `FrameCount`,
 /// `FrameCompression`; written: `FrameBitmap`, `FrameCompression`.
-class BitmapMetaData final : public MetaData, private BitmapFrameDecoder, private BitmapFrameEncoder {
-public:
-    BitmapMetaData() = default;
-    /// Failures of a file that was not closed are lost: `Close` reports them.
-    ~BitmapMetaData() override;
-
-    bool GetItem(ItemTag& tag) override;
-    bool SetItem(ItemTag& tag) override;
-
+class BitmapMetaData final : public FormatMetaData<BitmapFrameDecoder, BitmapFrameEncoder, FileFormat::Bmp> {
 protected:
-    void RefreshRead() override;
+    bool GetFormatItem(ItemTag& tag) override;
+    bool SetFormatItem(ItemTag& tag) override;
     void RefreshWrite() override;
-    void DetachFrames() override;
     std::string_view GetName() const override { return "BitmapMetaData"; }
 };
 

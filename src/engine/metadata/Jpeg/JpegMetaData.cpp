@@ -20,40 +20,8 @@ bool HandOver(std::unique_ptr<T> value, ItemTag& tag) {
 
 JpegMetaData::JpegMetaData() { JpegThumbnailCodec::RegisterOnce(); }
 
-JpegMetaData::~JpegMetaData() {
-    try {
-        Close();
-    } catch (...) {
-        // A destructor has nobody to tell.
-    }
-}
-
-void JpegMetaData::RefreshRead() {
-    RequireFormat(FileFormat::Jpeg);
-    JpegFrameDecoder::Attach(GetAttachedStream());
-    SetFrameInfo(*this, FileFormat::Jpeg);
-}
-
-void JpegMetaData::RefreshWrite() {
-    SetMediaFormat(FileFormat::Jpeg);
-    JpegFrameEncoder::Attach(GetAttachedStream(), 0, 0);
-}
-
-void JpegMetaData::DetachFrames() {
-    JpegFrameDecoder::Detach();
-    JpegFrameEncoder::Detach();
-}
-
-bool JpegMetaData::GetItem(ItemTag& tag) {
-    CheckRuntimeReadState(tag);
+bool JpegMetaData::GetFormatItem(ItemTag& tag) {
     switch (tag.GetMetaDataId()) {
-    case MetaDataId::FrameBitmap:
-    case MetaDataId::FrameThumbnail:
-        DecodeToTag(tag);
-        return true;
-    case MetaDataId::FrameCount:
-        tag = JpegFrameDecoder::GetFrameCount();
-        return true;
     case MetaDataId::ColorProfile: {
         std::vector<std::uint8_t> profile = GetColorProfile();
         return !profile.empty() && HandOver(std::make_unique<ColorProfileData>(std::move(profile)), tag);
@@ -73,16 +41,12 @@ bool JpegMetaData::GetItem(ItemTag& tag) {
         tag = std::int32_t{IsChromaSubsampled()};
         return true;
     default:
-        return MetaData::GetItem(tag);
+        return false;
     }
 }
 
-bool JpegMetaData::SetItem(ItemTag& tag) {
-    CheckRuntimeWriteState(tag);
+bool JpegMetaData::SetFormatItem(ItemTag& tag) {
     switch (tag.GetMetaDataId()) {
-    case MetaDataId::FrameBitmap:
-        EncodeFrame(static_cast<BitmapData&>(tag), 0, 0);
-        return true;
     case MetaDataId::JpegRestartOption:
         SetRestartInterval(static_cast<std::uint32_t>(tag));
         return true;
@@ -108,7 +72,7 @@ bool JpegMetaData::SetItem(ItemTag& tag) {
         SetAdobeResources(static_cast<AdobeResources*>(tag));
         return true;
     default:
-        return MetaData::SetItem(tag);
+        return false;
     }
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "metadata/Frames/FormatMetaData.h"
 #include "metadata/Jpeg/JpegFrameDecoder.h"
 #include "metadata/Jpeg/JpegFrameEncoder.h"
-#include "metadata/MetaData.h"
 
 namespace ImagingFramework {
 
@@ -10,20 +10,15 @@ namespace ImagingFramework {
 /// `JpegRestartOption`, `ChromaSubsamplingEnabled`, `Exif`, `Iptc`, `Xmp`, `AdobeResources`; written: `FrameBitmap`,
 /// `JpegRestartOption`, `Progressive`, `Quality`, `ChromaSubsamplingEnabled`, `Exif`, `Iptc`, `Xmp`, `AdobeResources`. The
 /// blocks that are written are copied; a null pointer takes one back.
-class JpegMetaData final : public MetaData, private JpegFrameDecoder, private JpegFrameEncoder {
+class JpegMetaData final : public FormatMetaData<JpegFrameDecoder, JpegFrameEncoder, FileFormat::Jpeg> {
 public:
     JpegMetaData();
-    /// Failures of a file that was not closed are lost: `Close` reports them.
-    ~JpegMetaData() override;
 
-    bool GetItem(ItemTag& tag) override;
-    bool SetItem(ItemTag& tag) override;
     using JpegFrameDecoder::SetFastThumbnails;
 
 protected:
-    void RefreshRead() override;
-    void RefreshWrite() override;
-    void DetachFrames() override;
+    bool GetFormatItem(ItemTag& tag) override;
+    bool SetFormatItem(ItemTag& tag) override;
     std::string_view GetName() const override { return "JpegMetaData"; }
 };
 

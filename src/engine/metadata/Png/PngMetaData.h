@@ -1,6 +1,6 @@
 #pragma once
 
-#include "metadata/MetaData.h"
+#include "metadata/Frames/FormatMetaData.h"
 #include "metadata/Png/PngFrameDecoder.h"
 #include "metadata/Png/PngFrameEncoder.h"
 
@@ -9,22 +9,16 @@ namespace ImagingFramework {
 /// A PNG file. Items beyond those of every format, read: `FrameBitmap`, `FrameThumbnail`, `FrameCount`, `FrameCompression`,
 /// `ColorProfile`, `Interlaced`, `SkipCrcCheck`; written: `FrameBitmap`, `FrameCompression` (there is one only),
 /// `Interlaced`, and at any time `SkipCrcCheck`, for files opened from then on.
-class PngMetaData final : public MetaData, private PngFrameDecoder, private PngFrameEncoder {
+class PngMetaData final : public FormatMetaData<PngFrameDecoder, PngFrameEncoder, FileFormat::Png> {
 public:
-    PngMetaData() = default;
-    /// Failures of a file that was not closed are lost: `Close` reports them.
-    ~PngMetaData() override;
-
-    bool GetItem(ItemTag& tag) override;
     bool SetItem(ItemTag& tag) override;
     using PngFrameDecoder::SetSkipCrcCheck;
     using PngFrameEncoder::SetCompressionLevel;
     using PngFrameEncoder::SetFilter;
 
 protected:
-    void RefreshRead() override;
-    void RefreshWrite() override;
-    void DetachFrames() override;
+    bool GetFormatItem(ItemTag& tag) override;
+    bool SetFormatItem(ItemTag& tag) override;
     std::string_view GetName() const override { return "PngMetaData"; }
 };
 
