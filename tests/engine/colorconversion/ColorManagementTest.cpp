@@ -355,7 +355,8 @@ TEST(ColorManagement, FailsOnProfilesCutAnywhere) {
         const Words expected = Samples(*Convert(manager, source, PixelFormat::Format24bppRgb));
         const std::size_t directoryEnd = 132 + std::size_t{12} * whole[131];
         std::size_t failures = 0;
-        const std::size_t step = whole.size() / 500 + 1;
+        // A transform out of the tables of CMYK takes long to make.
+        const std::size_t step = whole.size() < 1000 ? 1 : 997;
         for (std::size_t size = 1; size < whole.size(); size += step) {
             SCOPED_TRACE(testing::Message() << std::hex << ToWord(format) << std::dec << " of " << size << " bytes");
             source.SetProfile(whole.data(), size);
@@ -372,7 +373,7 @@ TEST(ColorManagement, FailsOnProfilesCutAnywhere) {
             }
             ASSERT_EQ(Samples(source), before);
         }
-        EXPECT_GT(failures, 100U);
+        EXPECT_GT(failures, 5U);
     }
 }
 
