@@ -34,18 +34,18 @@ std::int64_t FailObject(std::int64_t number) noexcept {
 
 } // namespace
 
-// The whole program's.
-void* operator new(std::size_t size) {
+// The whole program's. They are not inlined: the compiler would take what they free for what its own ones have made.
+[[gnu::noinline]] void* operator new(std::size_t size) {
     void* const object = MakeObject(size);
     if (object == nullptr) {
         throw std::bad_alloc();
     }
     return object;
 }
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return MakeObject(size); }
-void operator delete(void* object) noexcept { std::free(object); }
-void operator delete(void* object, std::size_t) noexcept { std::free(object); }
-void operator delete(void* object, const std::nothrow_t&) noexcept { std::free(object); }
+[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return MakeObject(size); }
+[[gnu::noinline]] void operator delete(void* object) noexcept { std::free(object); }
+[[gnu::noinline]] void operator delete(void* object, std::size_t) noexcept { std::free(object); }
+[[gnu::noinline]] void operator delete(void* object, const std::nothrow_t&) noexcept { std::free(object); }
 
 namespace Corvane::Rasterloom {
 namespace {
