@@ -8,6 +8,7 @@ namespace Corvane::Rasterloom::Codecs {
 /// indices of 4 bits, those of several planes of 1 bit indices of 8 bits.
 class RASTERLOOM_API PcxReader : public FormatReader {
 public:
+    /// Closed, or opened as `Open` does.
     PcxReader();
     explicit PcxReader(const std::shared_ptr<Host::Stream>& stream);
     explicit PcxReader(const std::filesystem::path& fileName);

@@ -7,6 +7,7 @@ namespace Corvane::Rasterloom::Codecs {
 /// Reads WBMP files (wireless bitmaps) of type 0, in black and white. The frames are `WbmpFrame`s.
 class RASTERLOOM_API WbmpReader : public FormatReader {
 public:
+    /// Closed, or opened as `Open` does.
     WbmpReader();
     explicit WbmpReader(const std::shared_ptr<Host::Stream>& stream);
     explicit WbmpReader(const std::filesystem::path& fileName);

@@ -8,6 +8,7 @@ namespace Corvane::Rasterloom::Codecs {
 /// and white. Of a palette only this is kept: whether the blue of its first entry is 0, which makes that entry black.
 class RASTERLOOM_API WbmpWriter : public FormatWriter {
 public:
+    /// Closed, or opened as `Open` does.
     WbmpWriter();
     explicit WbmpWriter(const std::shared_ptr<Host::Stream>& stream);
     explicit WbmpWriter(const std::filesystem::path& fileName);
