@@ -132,7 +132,7 @@ class PackagesTest(Users, unittest.TestCase):
         control = self.root / "control"
         run("dpkg-deb", "-e", self.packages["librasterloom0"], control)
         self.assertIn("librasterloom 0 librasterloom0", (control / "shlibs").read_text())
-        self.assertIn("ldconfig", (control / "triggers").read_text())
+        self.assertIn("ldconfig", (control / "postinst").read_text())
 
 
 if __name__ == "__main__":
