@@ -39,7 +39,6 @@ HWY_INLINE Position AlphaBytes() { return hn::Set(Positions(), 0xFF000000FF00000
 template <int Samples, bool Alpha>
 std::uint32_t BlendRun(const RotationSource& source, const RotationRun& run) {
     const Positions du;
-    const hn::RebindToSigned<Positions> di;
     const hn::Repartition<std::uint32_t, Positions> d32;
     const hn::Repartition<std::uint8_t, Positions> db;
     const Words dw;
@@ -50,14 +49,13 @@ std::uint32_t BlendRun(const RotationSource& source, const RotationRun& run) {
     const Position fraction = hn::Set(du, 0xFFFF);
     const auto stride = hn::Set(d32, static_cast<std::uint32_t>(source.Stride));
     const auto size = hn::Set(d32, Samples);
-    const auto* const top = reinterpret_cast<const std::int64_t*>(source.Pixels);
-    const auto* const bottom = reinterpret_cast<const std::int64_t*>(source.Pixels + source.Stride);
     const std::uint32_t lanes = static_cast<std::uint32_t>(hn::Lanes(du));
     const Position stepX = hn::Set(du, static_cast<std::uint64_t>(run.StepX * lanes));
     const Position stepY = hn::Set(du, static_cast<std::uint64_t>(run.StepY * lanes));
     Position x = FirstPositions(run.X, run.StepX);
     Position y = FirstPositions(run.Y, run.StepY);
     HWY_ALIGN std::uint8_t packed[HWY_MAX_BYTES];
+    HWY_ALIGN std::uint64_t offsets[HWY_MAX_BYTES / 8];
     const auto weights = [&](Position position) HWY_ATTR {
         const auto bytes = hn::BitCast(db, hn::And(position, fraction));
         return hn::BitCast(dw, hn::TableLookupBytes(bytes, spread));
@@ -74,8 +72,9 @@ std::uint32_t BlendRun(const RotationSource& source, const RotationRun& run) {
     for (; done + lanes + behind <= run.Count; done += lanes) {
         const Position rowOffset = hn::MulEven(hn::BitCast(d32, hn::ShiftRight<16>(y)), stride);
         const Position offset = hn::Add(rowOffset, hn::MulEven(hn::BitCast(d32, hn::ShiftRight<16>(x)), size));
-        const Position upper = hn::BitCast(du, hn::GatherOffset(di, top, hn::BitCast(di, offset)));
-        const Position lower = hn::BitCast(du, hn::GatherOffset(di, bottom, hn::BitCast(di, offset)));
+        hn::Store(offset, du, offsets);
+        const Position upper = LoadFrom(du, source.Pixels, offsets);
+        const Position lower = LoadFrom(du, source.Pixels + source.Stride, offsets);
         if constexpr (Alpha) {
             const Position opaque = AlphaBytes();
             const Position both = hn::And(hn::And(upper, lower), opaque);

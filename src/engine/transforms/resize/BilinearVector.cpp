@@ -38,7 +38,7 @@ std::size_t BlendRowVectors(const std::uint8_t* HWY_RESTRICT top, const std::uin
     return i;
 }
 
-/// Pixels whose first neighbour, with what a gather of `Bytes` takes behind it, lies inside the row and whose second one
+/// Pixels whose first neighbour, with what a load of `Bytes` takes behind it, lies inside the row and whose second one
 /// follows at once.
 template <int Samples, std::size_t Bytes>
 std::size_t InnerPixels(const BilinearColumns& columns, std::size_t rowBytes) {
@@ -81,12 +81,11 @@ std::size_t BlendGrayColumns(const std::uint8_t* HWY_RESTRICT source, std::uint8
 template <int Samples>
 std::size_t BlendColourColumns(const std::uint8_t* HWY_RESTRICT source, std::size_t rowBytes,
                                std::uint8_t* HWY_RESTRICT row, const BilinearColumns& columns) {
-    const hn::ScalableTag<std::int64_t> dl;
+    const hn::ScalableTag<std::uint64_t> dl;
     const hn::ScalableTag<std::uint8_t> db;
     const Words dw;
     const hn::Rebind<std::uint32_t, decltype(dl)> du32;
     const hn::Rebind<std::uint16_t, decltype(dl)> du16;
-    const hn::ScalableTag<std::uint64_t> dul;
     const auto firsts = PairShuffle<Samples>(false);
     const auto seconds = PairShuffle<Samples>(true);
     const auto pack = PackShuffle<Samples>();
@@ -96,10 +95,9 @@ std::size_t BlendColourColumns(const std::uint8_t* HWY_RESTRICT source, std::siz
     std::size_t x = 0;
     // The last store of a step reaches past its pixels, so one more step must fit.
     for (; x + 2 * hn::Lanes(dl) + 8 <= pixels; x += hn::Lanes(dl)) {
-        const auto offsets = hn::BitCast(dl, hn::PromoteTo(dul, hn::LoadU(du32, columns.First.data() + x)));
-        const auto both = hn::BitCast(db, hn::GatherOffset(dl, reinterpret_cast<const std::int64_t*>(source), offsets));
-        const auto narrow = hn::PromoteTo(hn::Rebind<std::uint32_t, decltype(dl)>(), hn::LoadU(du16, columns.Weight.data() + x));
-        const auto weight = hn::BitCast(db, hn::PromoteTo(dul, narrow));
+        const auto both = hn::BitCast(db, LoadFrom(dl, source, columns.First.data() + x));
+        const auto narrow = hn::PromoteTo(du32, hn::LoadU(du16, columns.Weight.data() + x));
+        const auto weight = hn::BitCast(db, hn::PromoteTo(dl, narrow));
         const Word weights = hn::BitCast(dw, hn::TableLookupBytes(weight, spreadWeights));
         const Word a = hn::BitCast(dw, hn::TableLookupBytesOr0(both, firsts));
         const Word b = hn::BitCast(dw, hn::TableLookupBytesOr0(both, seconds));
@@ -171,9 +169,7 @@ ByteGroups CreateByteGroups(const BilinearColumns& columns, std::size_t rowBytes
 
 void BlendByteColumns(const std::uint8_t* source, std::size_t rowBytes, std::uint8_t* row, const BilinearColumns& columns,
                       int samples) {
-    // Offsets are 32-bit lanes with a sign.
-    const bool fits = rowBytes <= 0x7FFFFFFFU;
-    const std::size_t done = fits ? HWY_DYNAMIC_DISPATCH(BlendColumnVectors)(source, rowBytes, row, columns, samples) : 0;
+    const std::size_t done = HWY_DYNAMIC_DISPATCH(BlendColumnVectors)(source, rowBytes, row, columns, samples);
     row += done * static_cast<std::size_t>(samples);
     switch (samples) {
     case 1:

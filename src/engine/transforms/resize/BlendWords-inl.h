@@ -56,6 +56,18 @@ HWY_INLINE hn::VFromD<hn::ScalableTag<std::uint8_t>> WeightShuffle() {
     return hn::LoadDup128(hn::ScalableTag<std::uint8_t>(), indices);
 }
 
+/// 8 bytes from as many places as a vector has 64-bit lanes. Plain loads, because many processors gather slower than that.
+template <class D, class Offset>
+HWY_INLINE hn::VFromD<D> LoadFrom(D d, const std::uint8_t* HWY_RESTRICT source, const Offset* HWY_RESTRICT offsets) {
+    if constexpr (hn::MaxLanes(D()) == 1) {
+        return hn::BitCast(d, hn::LoadU(hn::Repartition<std::uint8_t, D>(), source + offsets[0]));
+    } else {
+        const hn::Half<D> half;
+        constexpr std::size_t halfLanes = hn::MaxLanes(hn::Half<D>());
+        return hn::Combine(d, LoadFrom(half, source, offsets + halfLanes), LoadFrom(half, source, offsets));
+    }
+}
+
 } // namespace ImagingFramework::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
