@@ -20,12 +20,13 @@ public:
     void Call(Body body) {
         if (setjmp(m_jump) == 0) {
             body();
-            return;
         }
-        std::rethrow_exception(std::exchange(m_failure, nullptr));
+        if (m_failure != nullptr) {
+            std::rethrow_exception(std::exchange(m_failure, nullptr));
+        }
     }
 
-    /// For callbacks: runs a step; false when it failed, and its failure is kept for `Jump`.
+    /// For callbacks: runs a step; false when it failed, and its failure is kept for the end of the call.
     template <class Step>
     bool Try(Step step) noexcept {
         try {
@@ -45,10 +46,20 @@ public:
         }
     }
 
-    /// Leaves the library; `Try` has kept a failure.
-    [[noreturn]] void Jump() noexcept { std::longjmp(m_jump, 1); }
+    /// For callbacks that hear of an error of the library itself: leaves it with `failure`, or with the one that was kept
+    /// before and has led to the error.
+    template <class Failure>
+    [[noreturn]] void Leave(Failure failure) noexcept {
+        if (m_failure == nullptr) {
+            m_failure = std::make_exception_ptr(std::move(failure));
+        }
+        Jump();
+    }
 
 private:
+    /// A failure has been kept.
+    [[noreturn]] void Jump() noexcept { std::longjmp(m_jump, 1); }
+
     std::jmp_buf m_jump;
     std::exception_ptr m_failure;
 };

@@ -38,12 +38,11 @@ JpegCompressor::JpegCompressor(AbstractWriter& writer) : m_destination(writer, m
 JpegCompressor::~JpegCompressor() { jpeg_destroy_compress(&m_info); }
 
 void JpegCompressor::ErrorExit(j_common_ptr pInfo) noexcept {
-    Of(pInfo).m_guard.TryOrJump([&] {
-        if (pInfo->err->msg_code == JERR_BAD_LENGTH) {
-            throw JpegMarkerException();
-        }
-        throw UnexpectedException();
-    });
+    CLibraryGuard& guard = Of(pInfo).m_guard;
+    if (pInfo->err->msg_code == JERR_BAD_LENGTH) {
+        guard.Leave(JpegMarkerException());
+    }
+    guard.Leave(UnexpectedException());
 }
 
 void JpegCompressor::Configure(PixelFormat format, std::uint32_t width, std::uint32_t height,
