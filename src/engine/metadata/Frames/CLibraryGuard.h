@@ -46,12 +46,12 @@ public:
         }
     }
 
-    /// For callbacks that hear of an error of the library itself: leaves it with `failure`, or with the one that was kept
-    /// before and has led to the error.
-    template <class Failure>
-    [[noreturn]] void Leave(Failure failure) noexcept {
+    /// For callbacks that hear of an error of the library itself: leaves it with the failure that `raise` throws, or with the
+    /// one that was kept before and has led to the error. (A failure as an argument would be lost by the jump.)
+    template <class Raise>
+    [[noreturn]] void Leave(Raise raise) noexcept {
         if (m_failure == nullptr) {
-            m_failure = std::make_exception_ptr(std::move(failure));
+            Try(raise);
         }
         Jump();
     }

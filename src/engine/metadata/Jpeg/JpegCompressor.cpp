@@ -40,9 +40,9 @@ JpegCompressor::~JpegCompressor() { jpeg_destroy_compress(&m_info); }
 void JpegCompressor::ErrorExit(j_common_ptr pInfo) noexcept {
     CLibraryGuard& guard = Of(pInfo).m_guard;
     if (pInfo->err->msg_code == JERR_BAD_LENGTH) {
-        guard.Leave(JpegMarkerException());
+        guard.Leave([] { throw JpegMarkerException(); });
     }
-    guard.Leave(UnexpectedException());
+    guard.Leave([] { throw UnexpectedException(); });
 }
 
 void JpegCompressor::Configure(PixelFormat format, std::uint32_t width, std::uint32_t height,

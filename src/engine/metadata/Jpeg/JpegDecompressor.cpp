@@ -47,7 +47,7 @@ JpegDecompressor::JpegDecompressor(AbstractReader& reader) : m_source(reader, m_
 JpegDecompressor::~JpegDecompressor() { jpeg_destroy_decompress(&m_info); }
 
 void JpegDecompressor::ErrorExit(j_common_ptr pInfo) noexcept {
-    Of(pInfo).m_guard.Leave(MediaCorruptedException());
+    Of(pInfo).m_guard.Leave([] { throw MediaCorruptedException(); });
 }
 
 void JpegDecompressor::EmitMessage(j_common_ptr pInfo, int level) noexcept {

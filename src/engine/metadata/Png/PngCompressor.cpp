@@ -85,7 +85,7 @@ PngCompressor::PngCompressor(AbstractWriter& writer) : m_writer(writer) {
 
 void PngCompressor::PngLibError(png_structp pPng, png_const_charp) noexcept {
     auto& self = *static_cast<PngCompressor*>(png_get_error_ptr(pPng));
-    self.m_guard.Leave(UnexpectedException());
+    self.m_guard.Leave([] { throw UnexpectedException(); });
 }
 
 void PngCompressor::PngLibWriteData(png_structp pPng, png_bytep pData, std::size_t count) noexcept {

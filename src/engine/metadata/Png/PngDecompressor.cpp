@@ -49,7 +49,7 @@ void PngDecompressor::Configure(bool skipCrcCheck) {
 
 void PngDecompressor::PngLibDecoderError(png_structp pPng, png_const_charp) noexcept {
     auto& self = *static_cast<PngDecompressor*>(png_get_error_ptr(pPng));
-    self.m_guard.Leave(MediaCorruptedException());
+    self.m_guard.Leave([] { throw MediaCorruptedException(); });
 }
 
 void PngDecompressor::PngLibReadData(png_structp pPng, png_bytep pData, std::size_t count) noexcept {
