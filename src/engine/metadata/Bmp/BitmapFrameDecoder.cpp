@@ -13,7 +13,7 @@ namespace {
 constexpr std::uint64_t BlockSize = std::uint64_t{256} << 10;
 /// A run-length encoded frame above this size must be backed by enough data. A row counts for at least TrustedRowSize,
 /// because a row costs time however narrow it is.
-constexpr std::uint64_t TrustedRasterSize = std::uint64_t{256} << 20;
+constexpr std::uint64_t TrustedRasterSize = std::uint64_t{32} << 20;
 constexpr std::uint64_t TrustedRowSize = 256;
 constexpr std::uint32_t StrideAlignment = BitmapData::StrideAlignment;
 constexpr double MetresPerInch = 0.0254;
