@@ -3,6 +3,7 @@
 #include "CallEngine.h"
 #include "MetadataValues.h"
 #include "ObjectGuard.h"
+#include "ObjectLink.h"
 #include "metadata/IDictionary.h"
 
 #include <Corvane/Rasterloom/Codecs/MetadataEnumerator.h>
@@ -23,13 +24,17 @@ namespace {
 
 } // namespace
 
-MetadataDictionary::MetadataDictionary(std::unique_ptr<Storage> metaData) : m_pMetaData(std::move(metaData)) {
+MetadataDictionary::MetadataDictionary(std::unique_ptr<Storage> metaData)
+    : m_pMetaData(std::move(metaData)), m_pLink(std::make_shared<ObjectLink<MetadataDictionary>>(this)) {
     if (!m_pMetaData) {
         throw Host::ArgumentNullException("metaData");
     }
 }
 
-MetadataDictionary::~MetadataDictionary() { DisposeFinally(); }
+MetadataDictionary::~MetadataDictionary() {
+    m_pLink->Clear();
+    DisposeFinally();
+}
 
 void MetadataDictionary::Dispose(bool disposing) {
     m_pMetaData.reset();
@@ -87,7 +92,8 @@ std::vector<MetadataValue> MetadataDictionary::ReadItemArray(std::uint32_t key) 
 
 void MetadataDictionary::WriteItem(std::uint32_t key, const MetadataValue& value) {
     OwnedItems items;
-    items.Get().push_back(ToDataItem(value, "value"));
+    items.Get().resize(1); // room first, so that the value has an owner as soon as it is there
+    items.Get().front() = ToDataItem(value, "value");
     CallEngine([&] { get__Storage().SetItem(key, items.Get().front()); });
     items.Release();
 }
@@ -210,10 +216,11 @@ MetadataEnumerator MetadataDictionary::GetEnumerator() { return MetadataEnumerat
 
 // --- MetadataEnumerator
 
-MetadataEnumerator::MetadataEnumerator(MetadataDictionary* metaData) : m_pMetaData(metaData) {
+MetadataEnumerator::MetadataEnumerator(MetadataDictionary* metaData) {
     if (metaData == nullptr) {
         throw Host::ArgumentNullException("metaData");
     }
+    m_pMetaDataLink = metaData->m_pLink;
     m_keys = metaData->get_Keys();
 }
 
@@ -230,7 +237,14 @@ std::uint32_t MetadataEnumerator::get_Key() const {
     return m_keys[static_cast<std::size_t>(m_intIndex)];
 }
 
-MetadataValue MetadataEnumerator::get_Value() const { return m_pMetaData->get_Item(get_Key()); }
+MetadataValue MetadataEnumerator::get_Value() const {
+    const std::uint32_t key = get_Key();
+    MetadataDictionary* const metaData = m_pMetaDataLink->Get();
+    if (metaData == nullptr) {
+        throw Host::ObjectDisposedException("MetadataDictionary");
+    }
+    return metaData->get_Item(key);
+}
 
 MetadataEntry MetadataEnumerator::get_Entry() const { return {get_Key(), get_Value()}; }
 

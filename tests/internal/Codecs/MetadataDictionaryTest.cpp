@@ -151,7 +151,8 @@ TEST(MetadataDictionary, AddRefusesWhatIsThere) {
 }
 
 TEST(MetadataDictionary, IsWalkedInTheOrderOfTheKeys) {
-    TestDictionary dictionary(std::make_unique<MapStorage>());
+    auto owner = std::make_unique<TestDictionary>(std::make_unique<MapStorage>());
+    TestDictionary& dictionary = *owner;
     dictionary.Add(3, std::int32_t{30});
     dictionary.Add(1, std::int32_t{10});
     auto entries = dictionary.GetEnumerator();
@@ -172,6 +173,11 @@ TEST(MetadataDictionary, IsWalkedInTheOrderOfTheKeys) {
     EXPECT_EQ(dictionary.get_Keys(), std::vector<std::uint32_t>{1});
     dictionary.Clear();
     EXPECT_TRUE(dictionary.get_Values().empty());
+    entries.Reset();
+    ASSERT_TRUE(entries.MoveNext());
+    EXPECT_EQ(ThrownParameter<Host::ArgumentException>([&] { entries.get_Value(); }), "key") << "removed";
+    owner.reset();
+    EXPECT_THROW(entries.get_Value(), Host::ObjectDisposedException);
 }
 
 TEST(Rational, IsKeptAsItIs) {

@@ -26,6 +26,8 @@ class Bitmap;
 namespace Corvane::Rasterloom::Codecs {
 
 class MetadataEnumerator;
+template <class T>
+class ObjectLink;
 
 /// A value of a metadata dictionary; `std::monostate` is no value. Of a 64-bit number the low 32 bits count, unsigned.
 using MetadataValue = std::variant<std::monostate, std::int32_t, std::int64_t, std::uint32_t, Rational,
@@ -77,7 +79,7 @@ public:
     std::string GetKeyDescription(std::int64_t key);
     /// The first value of a key as a text for people; empty where the storage has none.
     std::string GetItemString(std::int64_t key);
-    /// A cursor over the entries. The dictionary must outlive it.
+    /// A cursor over the entries.
     MetadataEnumerator GetEnumerator();
 
     /// Always false: entries come and go.
@@ -114,6 +116,7 @@ private:
     void WriteItemArray(std::uint32_t key, const std::vector<MetadataValue>& values);
 
     std::unique_ptr<Storage> m_pMetaData;
+    std::shared_ptr<ObjectLink<MetadataDictionary>> m_pLink; ///< how a cursor finds this object
 };
 
 } // namespace Corvane::Rasterloom::Codecs

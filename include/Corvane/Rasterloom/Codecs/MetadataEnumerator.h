@@ -5,7 +5,8 @@
 namespace Corvane::Rasterloom::Codecs {
 
 /// A cursor over a metadata dictionary, at first before the first entry. Reads the keys when it is made; an entry that
-/// is removed later fails with `Host::ArgumentException` when it is read.
+/// is removed later fails with `Host::ArgumentException` when it is read. It may outlive the dictionary; its values
+/// then fail with `Host::ObjectDisposedException`.
 class RASTERLOOM_API MetadataEnumerator {
 public:
     /// Null fails with `Host::ArgumentNullException` ("metaData").
@@ -26,7 +27,7 @@ public:
     MetadataValue get_Value() const;
 
 private:
-    MetadataDictionary* m_pMetaData;
+    std::shared_ptr<ObjectLink<MetadataDictionary>> m_pMetaDataLink;
     std::vector<std::uint32_t> m_keys;
     std::int64_t m_intIndex = -1;
 };
