@@ -7,6 +7,7 @@
 
 #include <Corvane/Rasterloom/BitmapStatisticsProvider.h>
 #include <Corvane/Rasterloom/ChannelsProvider.h>
+#include <Corvane/Rasterloom/Codecs/BmpFrame.h>
 #include <Corvane/Rasterloom/Exceptions.h>
 #include <Corvane/Rasterloom/GlobalSettings.h>
 #include <Corvane/Rasterloom/Histogram.h>
@@ -206,7 +207,11 @@ TEST(ExhaustedMemoryOfCopies, SucceedOrFail) {
                                            [&] { bitmap.get_Statistics()->GetLuminosityHistogram(); },
                                            [&] { bitmap.get_Channels()->get_Channel(0); },
                                            [&] { bitmap.GetEmptyMask(); },
-                                           [&] { bitmap.Export(); }};
+                                           [&] { bitmap.Export(); },
+                                           [&] {
+                                               Bitmap copy;
+                                               Codecs::BmpFrame(&bitmap).GetBitmap(&copy);
+                                           }};
     for (const Supply supply : {Supply::Blocks, Supply::Objects}) {
         for (const auto& work : works) {
             FailEachAllocation(supply, nothing, work, isUnchanged, isUnchanged);

@@ -1,5 +1,6 @@
 #include "FrameImpl.h"
 
+#include "CallEngine.h"
 #include "Common/ColorProfileUtils.h"
 #include "FormatReaderImpl.h"
 #include "ObjectGuard.h"
@@ -282,8 +283,9 @@ void Frame::GetBitmap(Bitmap* bitmap) {
     }
     Locked(*this, [&](Impl& impl) {
         if (impl.m_pBitmap) {
-            LoadFromOwn(*bitmap, BitmapChange::Load,
-                        std::make_unique<engine::BitmapData>(impl.m_pBitmap->get__InternalBitmapData()));
+            auto copy = CallEngine(
+                [&] { return std::make_unique<engine::BitmapData>(impl.m_pBitmap->get__InternalBitmapData()); });
+            LoadFromOwn(*bitmap, BitmapChange::Load, std::move(copy));
             return;
         }
         FormatReader& reader = RequireReader();
