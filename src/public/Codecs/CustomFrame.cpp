@@ -17,6 +17,11 @@ float CheckedResolution(const char* name, float value) {
     return value;
 }
 
+Rasterloom::PixelFormat CheckedPixelFormat(Rasterloom::PixelFormat value) {
+    Validator::ValidateEnum("pixelFormat", value);
+    return value;
+}
+
 } // namespace
 
 CustomFrame::CustomFrame() = default;
@@ -42,8 +47,7 @@ void CustomFrame::set_NameTU(const std::string& value) { get__Impl().m_cells.Nam
 void CustomFrame::set_IndexTU(std::int32_t value) { get__Impl().m_intIndex = value; }
 
 void CustomFrame::set_PixelFormatTU(Rasterloom::PixelFormat value) {
-    Validator::ValidateEnum("pixelFormat", value);
-    get__Impl().m_cells.PixelFormat.Set(value);
+    get__Impl().m_cells.PixelFormat.Set(CheckedPixelFormat(value));
 }
 
 void CustomFrame::set_HorizontalResolutionTU(float value) {
@@ -73,15 +77,15 @@ void CustomFrame::InitializeCustomFrameTU(std::int32_t width, std::int32_t heigh
                                           float horizontalResolution, float verticalResolution, std::int32_t left,
                                           std::int32_t top, const std::string& name,
                                           const std::shared_ptr<ColorProfile>& colorProfile) {
-    set_PixelFormatTU(pixelFormat);
-    set_HorizontalResolutionTU(horizontalResolution);
-    set_VerticalResolutionTU(verticalResolution);
-    set_WidthTU(width);
-    set_HeightTU(height);
-    set_LeftTU(left);
-    set_TopTU(top);
-    set_NameTU(name);
-    set_ColorProfileTU(colorProfile);
+    get__Impl().m_cells = {{name},
+                           {width},
+                           {height},
+                           {CheckedPixelFormat(pixelFormat)},
+                           {CheckedResolution("horizontalResolution", horizontalResolution)},
+                           {CheckedResolution("verticalResolution", verticalResolution)},
+                           {colorProfile},
+                           {left},
+                           {top}};
 }
 
 } // namespace Corvane::Rasterloom::Codecs

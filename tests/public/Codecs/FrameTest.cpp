@@ -66,6 +66,10 @@ TEST(Frame, AsksACustomReaderOnce) {
               "Format reader cannot be initialized in this case.");
     EXPECT_EQ(ThrownParameter<Host::ArgumentOutOfRangeException>([&] { custom.set_HorizontalResolutionTU(0); }),
               "horizontalResolution");
+    EXPECT_EQ(ThrownParameter<Host::ArgumentOutOfRangeException>(
+                  [&] { custom.InitializeCustomFrameTU(9, 9, PixelFormat::Format24bppRgb, 72, 0); }),
+              "verticalResolution");
+    EXPECT_EQ(custom.get_PixelFormat(), PixelFormat::Format8bppGrayScale) << "all or nothing";
 }
 
 TEST(Frame, MayOutliveItsReader) {

@@ -49,7 +49,7 @@ public:
     /// The place among the frames of the file, from 0.
     void set_IndexTU(std::int32_t value);
 
-    /// Sets all of these at once. Fails as the single ones.
+    /// Sets all of these at once. Fails as the single ones, with nothing set.
     void InitializeCustomFrameTU(std::int32_t width, std::int32_t height, Rasterloom::PixelFormat pixelFormat,
                                  float horizontalResolution, float verticalResolution, std::int32_t left = 0,
                                  std::int32_t top = 0, const std::string& name = {},
