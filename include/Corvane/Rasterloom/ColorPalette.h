@@ -22,7 +22,8 @@ namespace Corvane::Rasterloom {
 class Bitmap;
 
 /// A palette: up to 256 colours of 8 bits per channel, with or without alpha. The palette of a `Bitmap` shares the
-/// bitmap's entries, so a change shows in both.
+/// bitmap's entries, so a change shows in both. Each has a lock of its own: it is not to be used while another thread
+/// works with the bitmap.
 ///
 /// Members take the object's lock. Neither copied nor moved; `Clone` copies.
 class RASTERLOOM_API ColorPalette final : public LockableObject {

@@ -50,9 +50,6 @@ public:
     void ApplyScanlineTransform(const std::uint8_t* pSrcScanline, std::uint8_t* pDestScanline);
     void Clear() noexcept;
 
-    std::size_t GetLinkCount() const noexcept { return m_links.size(); }
-    const IColorTransformLink& GetLink(std::size_t index) const { return *m_links.at(index); }
-
 private:
     void AllocateBuffers();
     bool TransformWithoutAlpha(const std::uint8_t* pSrcScanline, std::uint8_t* pDestScanline);

@@ -23,17 +23,45 @@ std::uint32_t ClampToByte(double value) {
     return static_cast<std::uint32_t>(value < 0.0 ? 0.0 : (value > 255.0 ? 255.0 : value));
 }
 
-const std::uint8_t* CmykTable() {
-    static const ByteTable table = MakeTable(ColorOfCmyk8);
-    return table.data();
-}
-
 /// The formula of CMYK to a colour, on a scale of `Maximum`.
 template <std::uint32_t Maximum> double ColorOfCmyk(std::uint32_t black, std::uint32_t ink) {
     const double k = black / static_cast<double>(Maximum);
     const double c = ink / static_cast<double>(Maximum);
     const double covered = c * (1.0 - k) + k;
     return (1.0 - (covered < 1.0 ? covered : 1.0)) * Maximum;
+}
+
+std::uint8_t ColorOfCmyk8(std::uint8_t black, std::uint8_t ink) {
+    return static_cast<std::uint8_t>(ClampToByte(ColorOfCmyk<255>(black, ink)));
+}
+
+std::uint16_t ColorOfCmyk16(std::uint16_t black, std::uint16_t ink) {
+    return static_cast<std::uint16_t>(static_cast<std::int32_t>(ColorOfCmyk<65535>(black, ink)));
+}
+
+const std::uint8_t* CmykTable() {
+    static const ByteTable table = MakeTable(ColorOfCmyk8);
+    return table.data();
+}
+
+std::uint8_t Premultiply8(std::uint8_t alpha, std::uint8_t color) {
+    const double factor = alpha / 255.0;
+    return static_cast<std::uint8_t>(ClampToByte(color * factor));
+}
+
+std::uint8_t Unpremultiply8(std::uint8_t alpha, std::uint8_t color) {
+    const double factor = alpha == 0 ? 0.0 : 255.0 / alpha;
+    return static_cast<std::uint8_t>(ClampToByte(color * factor));
+}
+
+/// 16 bits to 8, by the run's bits, offset and scale.
+std::uint8_t Quantize16To8(const LinkRun& run, std::uint16_t value) {
+    const std::uint32_t shifted = std::uint32_t{value} >> (16U - run.BitsUsed);
+    const std::uint32_t top = ((1U << run.Scale) - 1U) + run.Offset;
+    if (shifted < run.Offset) {
+        return 0;
+    }
+    return shifted >= top ? std::uint8_t{255} : static_cast<std::uint8_t>((shifted - run.Offset) >> (run.Scale - 8U));
 }
 
 /// Writes one word for each word. The count and what the function holds are locals, so the loop can be vectorised: a store
@@ -110,33 +138,6 @@ std::uint16_t GrayOfWords(std::uint32_t first, std::uint32_t second, std::uint32
 }
 
 } // namespace
-
-std::uint8_t ColorOfCmyk8(std::uint8_t black, std::uint8_t ink) {
-    return static_cast<std::uint8_t>(ClampToByte(ColorOfCmyk<255>(black, ink)));
-}
-
-std::uint16_t ColorOfCmyk16(std::uint16_t black, std::uint16_t ink) {
-    return static_cast<std::uint16_t>(static_cast<std::int32_t>(ColorOfCmyk<65535>(black, ink)));
-}
-
-std::uint8_t Premultiply8(std::uint8_t alpha, std::uint8_t color) {
-    const double factor = alpha / 255.0;
-    return static_cast<std::uint8_t>(ClampToByte(color * factor));
-}
-
-std::uint8_t Unpremultiply8(std::uint8_t alpha, std::uint8_t color) {
-    const double factor = alpha == 0 ? 0.0 : 255.0 / alpha;
-    return static_cast<std::uint8_t>(ClampToByte(color * factor));
-}
-
-std::uint8_t Quantize16To8(const LinkRun& run, std::uint16_t value) {
-    const std::uint32_t shifted = std::uint32_t{value} >> (16U - run.BitsUsed);
-    const std::uint32_t top = ((1U << run.Scale) - 1U) + run.Offset;
-    if (shifted < run.Offset) {
-        return 0;
-    }
-    return shifted >= top ? std::uint8_t{255} : static_cast<std::uint8_t>((shifted - run.Offset) >> (run.Scale - 8U));
-}
 
 template <std::uint32_t Channels> void Narrow(const LinkRun& run, const std::uint8_t* source, std::uint8_t* destination) {
     VectorKernels::NarrowToHighBytes(source, destination, std::size_t{run.PixelCount} * Channels);

@@ -11,15 +11,6 @@ namespace ImagingFramework::LinkKernels {
 
 using Kernel = void (*)(const LinkRun& run, const std::uint8_t* source, std::uint8_t* destination);
 
-/// 8- and 16-bit gray of a CMYK or RGB value, and the 8-bit products of which the tables below are made, by their
-/// formulas.
-std::uint8_t ColorOfCmyk8(std::uint8_t black, std::uint8_t ink);
-std::uint16_t ColorOfCmyk16(std::uint16_t black, std::uint16_t ink);
-std::uint8_t Premultiply8(std::uint8_t alpha, std::uint8_t color);
-std::uint8_t Unpremultiply8(std::uint8_t alpha, std::uint8_t color);
-/// 16 bits to 8, by the run's bits, offset and scale.
-std::uint8_t Quantize16To8(const LinkRun& run, std::uint16_t value);
-
 template <std::uint32_t PixelSize>
 void Copy(const LinkRun& run, const std::uint8_t* source, std::uint8_t* destination) {
     std::copy_n(source, std::size_t{run.PixelCount} * PixelSize, destination);

@@ -156,7 +156,6 @@ bool FormatWriter::_SetItem(engine::ItemTag& tag) {
 }
 
 std::int32_t FormatWriter::get__WrittenFrameCount() const noexcept { return m_pImpl->m_intWrittenFrameCount; }
-Frame* FormatWriter::get__SavingFrame() const noexcept { return m_pImpl->m_pFrame; }
 void FormatWriter::set__LastFrame(bool value) noexcept { m_pImpl->m_bLastFrame = value; }
 
 void FormatWriter::OnBeforeAddFrame(Frame&) {}

@@ -1,6 +1,7 @@
 #include "colorconversion/ColorTransformLinks.h"
 
 #include "EachInstructionSet.h"
+#include "EventsProbe.h"
 #include "colorconversion/ColorTransformChain.h"
 
 #include <algorithm>
@@ -12,11 +13,16 @@ namespace {
 
 // --- Arithmetic, over all inputs
 
-TEST(LinkKernels, GrayBySumAndShiftIsTheDivisionByHundred) {
-    // The products of all sums of three bytes; no sum is above 255 * 100.
-    for (std::uint32_t sum = 0; sum <= 25500; ++sum) {
-        ASSERT_EQ((sum * 5243) >> 19, sum / 100);
+TEST(PlainKernels, GrayIsTheDivisionByHundred) {
+    std::uint32_t wrong = 0;
+    for (std::uint32_t color = 0; color < 256 * 256 * 256; ++color) {
+        const std::uint32_t first = color & 255;
+        const std::uint32_t second = color >> 8 & 255;
+        const std::uint32_t third = color >> 16;
+        const std::uint32_t gray = (30 * first + 59 * second + 11 * third) / 100;
+        wrong += PlainKernels::GrayOfBytes(first, second, third) == gray ? 0 : 1;
     }
+    EXPECT_EQ(wrong, 0U);
 }
 
 TEST(LinkKernels, TablesHoldTheFormulas) {
@@ -55,15 +61,13 @@ TEST(LinkKernels, TablesHoldTheFormulas) {
         ASSERT_EQ(fromCmyk[4 * i + 3], 77);
         ASSERT_EQ(premultiplied[4 * i + 3], high);
     }
-    EXPECT_EQ(LinkKernels::ColorOfCmyk8(50, 100), 124);
-    EXPECT_EQ(LinkKernels::ColorOfCmyk8(128, 128), 63);
-    EXPECT_EQ(LinkKernels::ColorOfCmyk8(0, 43), 211);
 }
 
 void CompareVectorsWithPlainLoops() {
     std::mt19937 random(4);
     std::vector<std::uint8_t> source(4096);
     std::ranges::generate(source, [&] { return static_cast<std::uint8_t>(random()); });
+    std::fill_n(source.begin(), 65, std::uint8_t{255}); // the largest sums
     const auto compare = [&](std::size_t sourceBytes, std::size_t outBytes, auto vector, auto plain) {
         // A copy of the exact size, so that a read past the end is seen by the sanitizer.
         const std::vector<std::uint8_t> exact(source.begin() + 1, source.begin() + 1 + static_cast<std::ptrdiff_t>(sourceBytes));
@@ -98,27 +102,14 @@ TEST(VectorKernels, EqualThePlainLoops) {
     Testing::ForEachInstructionSet(&CompareVectorsWithPlainLoops);
 }
 
-TEST(VectorKernels, GrayOfTheExtremes) {
-    std::vector<std::uint8_t> pixels;
-    for (int i = 0; i < 64; ++i) {
-        pixels.insert(pixels.end(), {255, 255, 255, 255});
-    }
-    std::vector<std::uint8_t> gray(128);
-    VectorKernels::GrayFromColor(pixels.data(), gray.data(), 64);
-    EXPECT_EQ(gray, std::vector<std::uint8_t>(128, 255));
-}
-
 // --- Links and chain
 
 TEST(ColorTransformChain, HasItsPrototypesInOrder) {
     const auto& prototypes = GetLinkPrototypes();
     ASSERT_EQ(prototypes.size(), 47U);
-    EXPECT_EQ(prototypes[0].Name, "Argb32ToArgb32Link");
-    EXPECT_EQ(prototypes[7].Name, "Pargb32ToArgb32Link");
     EXPECT_EQ(prototypes[19].Name, "Argb32ToIndexedLink");
-    EXPECT_EQ(prototypes[29].Name, prototypes[34].Name);
+    EXPECT_EQ(prototypes[29].Name, "Argb64ToArgb64Link");
     EXPECT_EQ(prototypes[34].Name, "Argb64ToArgb64Link");
-    EXPECT_EQ(prototypes[46].Name, "Agray32ToAgray32Link");
     // Each is found by its own formats, so none stands in the way of another.
     for (const LinkPrototype& prototype : prototypes) {
         ChainLinkParameters parameters;
@@ -212,8 +203,7 @@ TEST(ColorTransformChain, LetsAReadyProviderDoTheRunAndSparesCopies) {
     constexpr auto argb = PixelFormat::Format32bppArgb;
     for (const bool ready : {false, true}) {
         int runs = 0;
-        IInternalEventsImpl events;
-        events.SetProgressMaxValue(100);
+        Testing::EventsProbe events;
         ColorTransformChain chain;
         chain.AddChainLink(Link(rgb, argb, &events));
         ChainLinkParameters managed = Link(argb, argb, &events);
@@ -225,9 +215,7 @@ TEST(ColorTransformChain, LetsAReadyProviderDoTheRunAndSparesCopies) {
         chain.ApplyScanlineTransform(source, out);
         EXPECT_EQ(out[1], ready ? 253 : 2);
         EXPECT_EQ(runs, ready ? 1 : 0);
-        std::int32_t steps = 0;
-        events.GetProgressCurValue(&steps);
-        EXPECT_EQ(steps, 3); // a copy that is spared is a step all the same
+        EXPECT_EQ(events.Steps(), 3); // a copy that is spared is a step all the same
     }
     // A copy behind the last real link, and copies alone.
     ColorTransformChain chain;
@@ -249,16 +237,13 @@ TEST(ColorTransformLinks, NoPixelsConvertNothingAndReportAStep) {
         ColorMap map(1, PixelFormat::Format24bppRgb);
         link->SetSrcColorMap(&map);
         link->SetDstColorMap(&map);
-        IInternalEventsImpl events;
-        events.SetProgressMaxValue(9);
+        Testing::EventsProbe events;
         dynamic_cast<IColorTransformLinkImpl&>(*link).SetEvents(&events);
         std::uint8_t byte = 0xA5;
         const std::uint8_t source = 0;
         link->ApplyScanlineTransform(&source, &byte);
         EXPECT_EQ(byte, 0xA5) << prototype.Name;
-        std::int32_t steps = 0;
-        events.GetProgressCurValue(&steps);
-        EXPECT_EQ(steps, 1) << prototype.Name;
+        EXPECT_EQ(events.Steps(), 1) << prototype.Name;
     }
 }
 

@@ -14,7 +14,6 @@ class RASTERLOOM_API CustomFormatReader : public CustomFormatCodec<FormatReader>
 public:
     ~CustomFormatReader() override;
 
-
 protected:
     /// Closed.
     explicit CustomFormatReader(std::int64_t mediaFormat = 0);

@@ -62,7 +62,6 @@ protected:
     bool _SetItem(ImagingFramework::ItemTag& tag);
     /// Frames added since the file was opened.
     std::int32_t get__WrittenFrameCount() const noexcept;
-    Frame* get__SavingFrame() const noexcept;
     /// Set by a writer of several frames in `OnBeforeAddFrame`.
     void set__LastFrame(bool value) noexcept;
     /// For a `_SaveRaster` that counts its own steps.

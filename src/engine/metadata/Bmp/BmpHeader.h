@@ -6,7 +6,8 @@
 
 namespace ImagingFramework {
 
-/// The headers of a BMP file in one record. A field that the file's header form does not have is 0.
+/// The headers of a BMP file in one record. All forms but the shortest are read as the one of 40 bytes; in the shortest,
+/// of 12 bytes, the fields behind `BitCount` are 0.
 struct BmpHeader {
     static constexpr std::uint32_t FileHeaderSize = 14;
     static constexpr std::uint32_t CoreHeaderSize = 12;
