@@ -1,5 +1,6 @@
 #include "colorconversion/ColorSpaceManager.h"
 
+#include "EventsProbe.h"
 #include "ReferenceConversion.h"
 
 #include <gtest/gtest.h>
@@ -364,40 +365,26 @@ TEST(ColorSpaceManager, KeepAlphaFillsTheAlphaOfAnyFormatWithoutIt) {
 
 TEST(ColorSpaceManager, ReportsRowsAndStops) {
     const BitmapData source = RandomRaster(PixelFormat::Format24bppRgb);
-    IInternalEventsImpl events;
+    Testing::EventsProbe events;
     ColorSpaceManager manager;
     UsePlainPalette(manager);
     manager.SetEvents(&events);
     std::unique_ptr<BitmapData> destination;
     manager.TransformBitmapData(source, PixelFormat::Format8bppGrayScale, destination);
-    std::int32_t value = 0;
-    std::int32_t maximum = 0;
-    events.GetProgressCurValue(&value);
-    events.GetProgressMaxValue(&maximum);
-    EXPECT_EQ(maximum, static_cast<std::int32_t>(Height));
-    EXPECT_EQ(value, maximum);
+    EXPECT_EQ(events.Announced(), static_cast<std::int32_t>(Height));
+    EXPECT_EQ(events.Steps(), Height);
     // A selection of entries is a task of its own, and both together reach the end.
     manager.SetColorMapEntryCount(7);
     manager.TransformBitmapData(source, PixelFormat::Format4bppIndexed, destination);
+    std::int32_t value = 0;
     events.GetProgressCurValue(&value);
-    events.GetProgressMaxValue(&maximum);
-    EXPECT_EQ(value, maximum);
-
-    class StopAfter : public IInternalEventsImpl {
-    public:
-        explicit StopAfter(int steps) : m_steps(steps) {}
-        void OnProgress(std::int32_t step) override {
-            IInternalEventsImpl::OnProgress(step);
-            m_bAbort = --m_steps <= 0;
-        }
-        int m_steps;
-    };
-    StopAfter stop(2);
+    EXPECT_EQ(value, events.Announced());
+    Testing::EventsProbe stop(1);
     manager.SetEvents(&stop);
     std::unique_ptr<BitmapData> untouched;
     EXPECT_THROW(manager.TransformBitmapData(source, PixelFormat::Format32bppArgb, untouched), AbortedException);
     EXPECT_EQ(untouched, nullptr);
-    EXPECT_EQ(stop.m_steps, 0);
+    EXPECT_EQ(stop.Reports(), 2);
 }
 
 TEST(ColorSpaceManager, KeepsResolutionAndReplacesItsOwnSource) {

@@ -4,8 +4,6 @@
 #include "metadata/Streams/MemoryReader.h"
 #include "metadata/Streams/MemoryWriter.h"
 
-#include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
 #include <numeric>
 #include <random>
@@ -43,39 +41,48 @@ std::vector<int> Indices(const BitmapData& raster) {
 }
 
 TEST(FixedPalettes, HaveTheirEntries) {
+    struct Case {
+        ColorMapType Type;
+        std::uint32_t Count;
+        std::vector<std::pair<std::uint32_t, Entry>> Entries;
+    };
+    const Case cases[] = {
+        {ColorMapType::WebSafe,
+         216,
+         {{0, {255, 255, 255, 255}},
+          {1, {255, 255, 204, 255}},
+          {6, {255, 204, 255, 255}},
+          {43, {204, 204, 204, 255}}, // 36 + 6 + 1: one step down in each byte
+          {215, {0, 0, 0, 255}}}},
+        // The cube, ten levels of each byte and of all, and black.
+        {ColorMapType::Mac,
+         256,
+         {{214, {0, 0, 51, 255}},
+          {215, {0xEE, 0, 0, 255}},
+          {226, {0, 0xDD, 0, 255}},
+          {244, {0, 0, 0x11, 255}},
+          {245, {0xEE, 0xEE, 0xEE, 255}},
+          {255, {0, 0, 0, 255}}}},
+        // Red and blue stand exchanged.
+        {ColorMapType::Windows,
+         256,
+         {{1, {0x80, 0, 0, 255}}, {9, {0xA6, 0xCA, 0xF0, 255}}, {112, {0xAA, 0x1F, 0, 255}}, {249, {0xFF, 0, 0, 255}}}},
+        {ColorMapType::GrayScale, 256, {{77, {77, 77, 77, 255}}}},
+        {ColorMapType::Bicolor, 2, {{0, {0, 0, 0, 255}}, {1, {255, 255, 255, 255}}}},
+    };
     ColorMap map;
-    ColorSpaceManager::FillPalette(map, ColorMapType::WebSafe, false);
-    EXPECT_EQ(map.GetEntryCount(), 216U);
-    EXPECT_EQ(map.GetPixelFormat(), PixelFormat::Format24bppRgb);
-    EXPECT_EQ(EntryAt(map, 0), (Entry{255, 255, 255, 255}));
-    EXPECT_EQ(EntryAt(map, 1), (Entry{255, 255, 204, 255}));
-    EXPECT_EQ(EntryAt(map, 6), (Entry{255, 204, 255, 255}));
-    EXPECT_EQ(EntryAt(map, 43), (Entry{204, 204, 204, 255})); // 36 + 6 + 1: one step down in each byte
-    EXPECT_EQ(EntryAt(map, 215), (Entry{0, 0, 0, 255}));
-}
-
-TEST(FixedPalettes, MacEndsInTenLevelsOfEachAndBlack) {
-    ColorMap map;
-    ColorSpaceManager::FillPalette(map, ColorMapType::Mac, true);
-    EXPECT_EQ(map.GetEntryCount(), 256U);
-    EXPECT_EQ(map.GetPixelFormat(), PixelFormat::Format32bppArgb);
-    EXPECT_EQ(EntryAt(map, 214), (Entry{0, 0, 51, 255}));
-    EXPECT_EQ(EntryAt(map, 215), (Entry{0xEE, 0, 0, 255}));
-    EXPECT_EQ(EntryAt(map, 226), (Entry{0, 0xDD, 0, 255}));
-    EXPECT_EQ(EntryAt(map, 244), (Entry{0, 0, 0x11, 255}));
-    EXPECT_EQ(EntryAt(map, 245), (Entry{0xEE, 0xEE, 0xEE, 255}));
-    EXPECT_EQ(EntryAt(map, 255), (Entry{0, 0, 0, 255}));
-}
-
-TEST(FixedPalettes, WindowsKeepsItsExchangedColors) {
-    ColorMap map;
-    ColorSpaceManager::FillPalette(map, ColorMapType::Windows, false);
-    EXPECT_EQ(map.GetEntryCount(), 256U);
-    EXPECT_EQ(EntryAt(map, 1), (Entry{0x80, 0, 0, 255}));
-    EXPECT_EQ(EntryAt(map, 9), (Entry{0xA6, 0xCA, 0xF0, 255}));
-    EXPECT_EQ(EntryAt(map, 112), (Entry{0xAA, 0x1F, 0, 255}));
-    EXPECT_EQ(EntryAt(map, 249), (Entry{0xFF, 0, 0, 255}));
+    for (const Case& c : cases) {
+        for (const bool withAlpha : {false, true}) {
+            ColorSpaceManager::FillPalette(map, c.Type, withAlpha);
+            EXPECT_EQ(map.GetPixelFormat(), withAlpha ? PixelFormat::Format32bppArgb : PixelFormat::Format24bppRgb);
+            EXPECT_EQ(map.GetEntryCount(), c.Count);
+            for (const auto& [index, entry] : c.Entries) {
+                EXPECT_EQ(EntryAt(map, index), entry) << static_cast<int>(c.Type) << " " << index;
+            }
+        }
+    }
     // Sums of the three bytes over the 256 entries, added up from the printed table by a separate script.
+    ColorSpaceManager::FillPalette(map, ColorMapType::Windows, false);
     std::uint32_t sums[3] = {};
     for (std::uint32_t i = 0; i < 256; ++i) {
         for (std::size_t byte = 0; byte < 3; ++byte) {
@@ -85,14 +92,9 @@ TEST(FixedPalettes, WindowsKeepsItsExchangedColors) {
     EXPECT_EQ(sums[0], 34458U);
     EXPECT_EQ(sums[1], 34177U);
     EXPECT_EQ(sums[2], 33351U);
-    ColorSpaceManager::FillPalette(map, ColorMapType::GrayScale, false);
-    EXPECT_EQ(EntryAt(map, 77), (Entry{77, 77, 77, 255}));
-    ColorSpaceManager::FillPalette(map, ColorMapType::Bicolor, true);
-    EXPECT_EQ(map.GetEntryCount(), 2U);
-    EXPECT_EQ(EntryAt(map, 0), (Entry{0, 0, 0, 255}));
-    EXPECT_EQ(EntryAt(map, 1), (Entry{255, 255, 255, 255}));
-    EXPECT_THROW(ColorSpaceManager::FillPalette(map, ColorMapType::Adaptive, true), ArgumentException);
-    EXPECT_THROW(ColorSpaceManager::FillPalette(map, ColorMapType::Custom, true), ArgumentException);
+    for (const ColorMapType none : {ColorMapType::Adaptive, ColorMapType::Custom}) {
+        EXPECT_THROW(ColorSpaceManager::FillPalette(map, none, true), ArgumentException);
+    }
 }
 
 // The fast packing equals the bit streams, at any width, and leaves the bits behind the last index alone.

@@ -130,27 +130,6 @@ TEST_F(FormatWriterTest, OptionsTravelBetweenFrameWriterAndHost) {
     EXPECT_EQ(ThrownParameter<Host::ArgumentNullException>([&] { writer.ImportEncoderOptions(nullptr); }), "options");
 }
 
-TEST_F(FormatWriterTest, AStreamThatCannotSeekGetsAllAtTheEnd) {
-    const auto stream = std::make_shared<OneWayStream>();
-    Bitmap bitmap(RgbColor::Red, 4, 4, PixelFormat::Format24bppRgb);
-    BmpWriter writer(stream);
-    BmpFrame frame(&bitmap);
-    writer.AddFrame(&frame);
-    EXPECT_TRUE(stream->GetBuffer().empty());
-    writer.Close();
-    EXPECT_EQ(stream->GetBuffer().size(), 54U + 48U);
-}
-
-TEST_F(FormatWriterTest, WhatTheHostsStreamRaisesReachesTheHost) {
-    struct FullStream : Host::MemoryStream {
-        void Write(const void*, std::size_t) override { throw Host::IOException("The disk is full."); }
-    };
-    Bitmap bitmap(RgbColor::Red, 2000, 10, PixelFormat::Format24bppRgb);
-    BmpWriter writer(std::make_shared<FullStream>());
-    BmpFrame frame(&bitmap);
-    EXPECT_EQ(ThrownText<Host::IOException>([&] { writer.AddFrame(&frame); }), "The disk is full.");
-}
-
 TEST_F(FormatWriterTest, AHostsFormatHasSeveralFramesAndReplacesItsFileWhole) {
     Write("a.tst", {'o', 'l', 'd'});
     TestWriter writer;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BmpBuilder.h"
 #include "TempFolder.h"
 
 #include <Corvane/Rasterloom/Host/Errors.h>
@@ -17,32 +18,18 @@ namespace Corvane::Rasterloom::Codecs {
 using Bytes = std::vector<std::uint8_t>;
 
 /// A BMP file of 54 bytes of headers, the palette and the pixel bytes as they stand in the file, bottom line first.
-inline Bytes BmpFile(std::uint32_t width, std::uint32_t height, std::uint16_t bits, std::uint32_t compression,
+inline Bytes BmpFile(std::int32_t width, std::int32_t height, std::uint16_t bits, std::uint32_t compression,
                      const Bytes& palette, const Bytes& pixels, std::uint32_t pixelsPerMetre = 0) {
-    Bytes file = {'B', 'M'};
-    const auto put = [&](std::uint32_t value, int count) {
-        for (int i = 0; i < count; ++i) {
-            file.push_back(static_cast<std::uint8_t>(value >> (8 * i)));
-        }
-    };
-    const auto offset = static_cast<std::uint32_t>(54 + palette.size());
-    put(static_cast<std::uint32_t>(offset + pixels.size()), 4);
-    put(0, 4);
-    put(offset, 4);
-    put(40, 4);
-    put(width, 4);
-    put(height, 4);
-    put(1, 2);
-    put(bits, 2);
-    put(compression, 4);
-    put(0, 4);
-    put(pixelsPerMetre, 4);
-    put(pixelsPerMetre, 4);
-    put(static_cast<std::uint32_t>(palette.size() / 4), 4);
-    put(0, 4);
-    file.insert(file.end(), palette.begin(), palette.end());
-    file.insert(file.end(), pixels.begin(), pixels.end());
-    return file;
+    return BmpBuilder{.Width = width,
+                      .Height = height,
+                      .BitCount = bits,
+                      .Compression = compression,
+                      .PpmX = pixelsPerMetre,
+                      .PpmY = pixelsPerMetre,
+                      .ColoursUsed = static_cast<std::uint32_t>(palette.size() / 4),
+                      .Palette = palette,
+                      .Pixels = pixels}
+        .Build();
 }
 
 /// 2 x 2 pixels: red and green above, blue and white below; 100 dots per inch, nearly.
@@ -51,8 +38,8 @@ inline Bytes FourColors() {
 }
 
 /// A large file of black pixels, so that its work takes many steps.
-inline Bytes BlackFile(std::uint32_t width, std::uint32_t height) {
-    return BmpFile(width, height, 24, 0, {}, Bytes((width * 3 + 3) / 4 * 4 * height));
+inline Bytes BlackFile(std::int32_t width, std::int32_t height) {
+    return BmpFile(width, height, 24, 0, {}, Bytes(static_cast<std::size_t>((width * 3 + 3) / 4 * 4 * height)));
 }
 
 inline std::shared_ptr<Host::MemoryStream> StreamOf(Bytes bytes) {

@@ -1,6 +1,6 @@
 #include "metadata/Frames/IFrameDecoder.h"
 
-#include "BmpBuilder.h"
+#include "BmpRasters.h"
 #include "metadata/Streams/MemoryStream.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,7 @@
 #include "metadata/Thumbnails/IThumbnailCreator.h"
 
-#include "BmpBuilder.h"
+#include "BmpRasters.h"
+#include "EventsProbe.h"
 #include "colorconversion/ColorSpaceManager.h"
 #include "transforms/ResizeTransform.h"
 
@@ -278,8 +279,7 @@ TEST(ThumbnailCreator, LinesOutOfOrderGiveTheSameThumbnail) {
             pThumbnail = &given;
             decoder.DecodeFrameToThumbnail(0, 7, pThumbnail, 0);
             EXPECT_EQ(PixelBytes(given), PixelBytes(*owned));
-            ScriptedEvents events;
-            events.AbortAt = 25;
+            Testing::EventsProbe events(25);
             decoder.SetEvents(&events);
             BitmapData* pNone = nullptr;
             if (mode == InterpolationMode::Lanczos3Filter) {
