@@ -21,9 +21,9 @@ public:
     virtual bool get_Opened() = 0;
     /// One of the numbers of `FormatManager`, or the host's own.
     virtual std::int64_t get_MediaFormat() = 0;
-    /// Closes what was open and begins a new file. A stream that cannot seek gets everything at once in `Close`. A
-    /// file is replaced in `Close`, and only when a frame was completed. Fails with `Host::ArgumentNullException`
-    /// ("stream", "fileName").
+    /// Closes what was open and begins a new file. A stream is written from its first byte on, and keeps what it holds
+    /// behind the new file; one that cannot seek gets everything at once in `Close`. A file is replaced in `Close`, and
+    /// only when a frame was completed. Fails with `Host::ArgumentNullException` ("stream", "fileName").
     virtual void Open(const std::shared_ptr<Host::Stream>& stream) = 0;
     virtual void Open(const std::filesystem::path& fileName) = 0;
     /// Ends the file and tells the failures of that; the writer is closed in any case.
