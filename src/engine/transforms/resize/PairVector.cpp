@@ -74,18 +74,9 @@ PairSumFunction ChooseSum(int samples, std::uint32_t digits) {
         return sum;
     }
 #endif
-    switch (samples) {
-    case 1:
-        return digits == 2 ? &SumPairs<1, 2> : &SumPairs<1, 3>;
-    case 2:
-        return digits == 2 ? &SumPairs<2, 2> : &SumPairs<2, 3>;
-    case 3:
-        return digits == 2 ? &SumPairs<3, 2> : &SumPairs<3, 3>;
-    case 4:
-        return digits == 2 ? &SumPairs<4, 2> : &SumPairs<4, 3>;
-    default:
-        return digits == 2 ? &SumPairs<5, 2> : &SumPairs<5, 3>;
-    }
+    return ChoosePairSum(samples, digits, []<int Channels, int Digits>(PairCount<Channels>, PairCount<Digits>) {
+        return &SumPairs<Channels, Digits>;
+    });
 }
 
 /// Lanes that have a pixel which is not transparent in their window. The others are all 0, with nothing to decide.
