@@ -116,7 +116,11 @@ void JpegFrameEncoder::EncodeFrameInternal() {
     WriteSegments(source.GetHorizontalResolution(), source.GetVerticalResolution(),
                   hasProfile ? source.GetProfileData() : std::vector<std::uint8_t>());
     EncodeLines();
-    m_pCompressor->Finish();
+    Finish();
+}
+
+void JpegFrameEncoder::Finish() {
+    m_pCompressor->Finish([this] { UpdateEvents(0); });
     m_pCompressor.reset();
 }
 
@@ -171,8 +175,7 @@ void JpegFrameEncoder::SetScanline(const std::uint8_t* pScanline, std::uint32_t 
     }
     m_pCompressor->WriteLines(&pLine, 1);
     if (row + 1 == data.Height) {
-        m_pCompressor->Finish();
-        m_pCompressor.reset();
+        Finish();
         GetWriter().Flush();
         m_line.clear();
         CompleteFrame();
