@@ -1,5 +1,6 @@
 #include "metadata/Jpeg/JpegFrameEncoder.h"
 
+#include "Common/Numeric.h"
 #include "metadata/Jpeg/JpegInks.h"
 #include "metadata/Jpeg/JpegSegmentWriter.h"
 
@@ -17,7 +18,7 @@ constexpr std::uint32_t LinesPerCall = 16;
 constexpr PixelFormat SavedPixelFormats[] = {PixelFormat::Format8bppGrayScale, PixelFormat::Format24bppRgb,
                                              PixelFormat::Format32bppCmyk};
 
-std::uint16_t Density(double rounded) { return static_cast<std::uint16_t>(std::clamp(rounded, 0.0, 65535.0)); }
+std::uint16_t Density(double rounded) { return static_cast<std::uint16_t>(std::clamp(TruncateToInt32(rounded), 0, 65535)); }
 
 /// The library reads lines only, though its pointers say otherwise.
 JSAMPROW LinePointer(const std::uint8_t* pLine) { return const_cast<JSAMPROW>(pLine); }
