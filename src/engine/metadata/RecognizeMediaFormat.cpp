@@ -162,6 +162,11 @@ bool TryAsfFormat(IStream* piStream) {
     return StartsWith(piStream, "\x30\x26\xB2\x75\x8E\x66\xCF\x11\xA6\xD9\x00\xAA\x00\x62\xCE\x6C"sv);
 }
 
+bool TryMediaFormat(FileFormat format, IStream* piStream) {
+    const auto* const found = std::ranges::find(Probes, format, &FormatProbe::Format);
+    return found != Probes.end() && found->Try(piStream);
+}
+
 FileFormat RecognizeMediaFormat(IStream* piStream) {
     if (piStream == nullptr) {
         throw ArgumentNullPointerException("piStream");

@@ -10,6 +10,9 @@ namespace ImagingFramework {
 /// The position is kept. Fails with `ArgumentNullPointerException` ("piStream") on null.
 FileFormat RecognizeMediaFormat(IStream* piStream);
 
+/// Whether the stream may be of that format: its probe alone is asked, one of those below. False for a format without one.
+bool TryMediaFormat(FileFormat format, IStream* piStream);
+
 // The probe of each format. A stream that ends early or fails is no match. The position is kept.
 bool TryJpegFormat(IStream* piStream);
 bool TryBmpFormat(IStream* piStream);

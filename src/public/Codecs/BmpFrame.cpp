@@ -5,7 +5,6 @@
 
 #include <Corvane/Rasterloom/Codecs/BmpEncoderOptions.h>
 #include <Corvane/Rasterloom/Codecs/BmpReader.h>
-#include <Corvane/Rasterloom/Codecs/FormatManager.h>
 
 namespace Corvane::Rasterloom::Codecs {
 
@@ -32,7 +31,7 @@ BmpFrame::BmpFrame(CompressionType compression) : m_enCompression(CheckedCompres
 
 BmpFrame::BmpFrame(Bitmap* bitmap, CompressionType compression) : BmpFrame(compression) { SetBitmap(bitmap); }
 
-BmpFrame::BmpFrame(BmpReader& reader, std::int32_t index) : Frame(reader, index), m_bCompressionLoaded(false) {}
+BmpFrame::BmpFrame(FormatReader& reader, std::int32_t index) : FrameOf(reader, index), m_bCompressionLoaded(false) {}
 
 BmpFrame::~BmpFrame() = default;
 
@@ -60,8 +59,6 @@ void BmpFrame::SetLoadedCompression(CompressionType compression) noexcept {
     m_bCompressionLoaded = true;
 }
 
-std::unique_ptr<EncoderOptions> BmpFrame::CreateEmptyEncoderOptions() { return std::make_unique<BmpEncoderOptions>(); }
-
 void BmpFrame::OnImportEncoderOptions(const EncoderOptions& options) {
     Frame::OnImportEncoderOptions(options);
     if (const auto* const own = dynamic_cast<const BmpEncoderOptions*>(&options)) {
@@ -78,7 +75,7 @@ void BmpFrame::OnExportEncoderOptions(EncoderOptions& options) {
 
 // --- BmpEncoderOptions
 
-BmpEncoderOptions::BmpEncoderOptions() : EncoderOptions(FormatManager::BmpFormat) {}
+BmpEncoderOptions::BmpEncoderOptions() = default;
 
 BmpEncoderOptions::BmpEncoderOptions(CompressionType compression) : BmpEncoderOptions() {
     set_Compression(compression);
@@ -88,12 +85,6 @@ BmpEncoderOptions::~BmpEncoderOptions() = default;
 
 void BmpEncoderOptions::set_Compression(CompressionType compression) {
     m_enCompression = CheckedCompression(compression);
-}
-
-std::unique_ptr<IFrame> BmpEncoderOptions::ToFrame() const {
-    auto frame = std::make_unique<BmpFrame>();
-    frame->ImportEncoderOptions(this);
-    return frame;
 }
 
 } // namespace Corvane::Rasterloom::Codecs

@@ -1,15 +1,14 @@
 #include <Corvane/Rasterloom/Codecs/JpegFrame.h>
 
-#include "ObjectGuard.h"
+#include "SettingsFrame.h"
 
-#include <Corvane/Rasterloom/Codecs/FormatManager.h>
 #include <Corvane/Rasterloom/Codecs/JpegReader.h>
 
 namespace Corvane::Rasterloom::Codecs {
 
 // --- JpegEncoderOptions
 
-JpegEncoderOptions::JpegEncoderOptions() : EncoderOptions(FormatManager::JpegFormat) {}
+JpegEncoderOptions::JpegEncoderOptions() = default;
 
 JpegEncoderOptions::JpegEncoderOptions(std::int32_t quality) : JpegEncoderOptions() { set_Quality(quality); }
 
@@ -38,24 +37,21 @@ void JpegEncoderOptions::set_RestartInterval(std::int32_t restartInterval) {
     m_settings.RestartInterval = restartInterval;
 }
 
-std::unique_ptr<IFrame> JpegEncoderOptions::ToFrame() const {
-    auto frame = std::make_unique<JpegFrame>();
-    frame->ImportEncoderOptions(this);
-    return frame;
-}
-
 // --- JpegFrame
 
-JpegFrame::JpegFrame() = default;
+template class SettingsFrameOf<Formats::Jpeg, JpegEncoderOptions>;
 
-JpegFrame::JpegFrame(std::int32_t quality) : m_options(quality) {}
+JpegFrame::JpegFrame() : SettingsFrameOf(JpegEncoderOptions::Settings{}) {}
 
-JpegFrame::JpegFrame(std::int32_t quality, bool isProgressive) : m_options(quality, isProgressive) {}
+JpegFrame::JpegFrame(std::int32_t quality) : SettingsFrameOf(JpegEncoderOptions(quality).get__Settings()) {}
+
+JpegFrame::JpegFrame(std::int32_t quality, bool isProgressive)
+    : SettingsFrameOf(JpegEncoderOptions(quality, isProgressive).get__Settings()) {}
 
 JpegFrame::JpegFrame(std::int32_t quality, bool isProgressive, bool chromaSubsamplingEnabled)
-    : m_options(quality, isProgressive, chromaSubsamplingEnabled) {}
+    : SettingsFrameOf(JpegEncoderOptions(quality, isProgressive, chromaSubsamplingEnabled).get__Settings()) {}
 
-JpegFrame::JpegFrame(Bitmap* bitmap) { SetBitmap(bitmap); }
+JpegFrame::JpegFrame(Bitmap* bitmap) : JpegFrame() { SetBitmap(bitmap); }
 
 JpegFrame::JpegFrame(Bitmap* bitmap, std::int32_t quality) : JpegFrame(quality) { SetBitmap(bitmap); }
 
@@ -68,73 +64,28 @@ JpegFrame::JpegFrame(Bitmap* bitmap, std::int32_t quality, bool isProgressive, b
     SetBitmap(bitmap);
 }
 
-JpegFrame::JpegFrame(JpegReader& reader, std::int32_t index) : Frame(reader, index), m_bLoaded(false) {}
+JpegFrame::JpegFrame(FormatReader& reader, std::int32_t index) : SettingsFrameOf(reader, index) {}
 
 JpegFrame::~JpegFrame() = default;
 
-const JpegEncoderOptions::Settings& JpegFrame::get__Settings() {
-    if (!m_bLoaded) {
-        JpegEncoderOptions::Settings settings = m_options.get__Settings();
-        static_cast<JpegReader&>(RequireReader())._FrameLoadSettings(*this, settings);
-        m_options.set__Settings(settings);
-        m_bLoaded = true;
-    }
-    return m_options.get__Settings();
+void JpegFrame::LoadSettings(FormatReader& reader, JpegEncoderOptions::Settings& settings) {
+    static_cast<JpegReader&>(reader)._FrameLoadSettings(*this, settings);
 }
 
-namespace {
+std::int32_t JpegFrame::get_Quality() { return Get(&JpegEncoderOptions::get_Quality); }
+void JpegFrame::set_Quality(std::int32_t quality) { Set(&JpegEncoderOptions::set_Quality, quality); }
 
-/// Runs `body` with the frame locked and its settings loaded.
-template <class Body>
-auto WithSettings(JpegFrame& frame, Body body) {
-    const ObjectGuard guard(frame);
-    frame.CheckNotDisposed();
-    frame.get__Settings();
-    return body();
-}
+bool JpegFrame::get_IsProgressive() { return Get(&JpegEncoderOptions::get_IsProgressive); }
+void JpegFrame::set_IsProgressive(bool isProgressive) { Set(&JpegEncoderOptions::set_IsProgressive, isProgressive); }
 
-} // namespace
-
-std::int32_t JpegFrame::get_Quality() {
-    return WithSettings(*this, [this] { return m_options.get_Quality(); });
-}
-void JpegFrame::set_Quality(std::int32_t quality) {
-    WithSettings(*this, [&] { m_options.set_Quality(quality); });
-}
-bool JpegFrame::get_IsProgressive() {
-    return WithSettings(*this, [this] { return m_options.get_IsProgressive(); });
-}
-void JpegFrame::set_IsProgressive(bool isProgressive) {
-    WithSettings(*this, [&] { m_options.set_IsProgressive(isProgressive); });
-}
-bool JpegFrame::get_ChromaSubsamplingEnabled() {
-    return WithSettings(*this, [this] { return m_options.get_ChromaSubsamplingEnabled(); });
-}
+bool JpegFrame::get_ChromaSubsamplingEnabled() { return Get(&JpegEncoderOptions::get_ChromaSubsamplingEnabled); }
 void JpegFrame::set_ChromaSubsamplingEnabled(bool enabled) {
-    WithSettings(*this, [&] { m_options.set_ChromaSubsamplingEnabled(enabled); });
+    Set(&JpegEncoderOptions::set_ChromaSubsamplingEnabled, enabled);
 }
-std::int32_t JpegFrame::get_RestartInterval() {
-    return WithSettings(*this, [this] { return m_options.get_RestartInterval(); });
-}
+
+std::int32_t JpegFrame::get_RestartInterval() { return Get(&JpegEncoderOptions::get_RestartInterval); }
 void JpegFrame::set_RestartInterval(std::int32_t restartInterval) {
-    WithSettings(*this, [&] { m_options.set_RestartInterval(restartInterval); });
-}
-
-std::unique_ptr<EncoderOptions> JpegFrame::CreateEmptyEncoderOptions() { return std::make_unique<JpegEncoderOptions>(); }
-
-void JpegFrame::OnImportEncoderOptions(const EncoderOptions& options) {
-    Frame::OnImportEncoderOptions(options);
-    if (const auto* const own = dynamic_cast<const JpegEncoderOptions*>(&options)) {
-        m_options.set__Settings(own->get__Settings());
-        m_bLoaded = true;
-    }
-}
-
-void JpegFrame::OnExportEncoderOptions(EncoderOptions& options) {
-    Frame::OnExportEncoderOptions(options);
-    if (auto* const own = dynamic_cast<JpegEncoderOptions*>(&options)) {
-        own->set__Settings(get__Settings());
-    }
+    Set(&JpegEncoderOptions::set_RestartInterval, restartInterval);
 }
 
 } // namespace Corvane::Rasterloom::Codecs

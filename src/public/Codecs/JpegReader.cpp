@@ -5,18 +5,14 @@
 #include "MetadataExchange.h"
 #include "ObjectGuard.h"
 #include "metadata/Jpeg/JpegMetaData.h"
-#include "metadata/RecognizeMediaFormat.h"
 
-#include <Corvane/Rasterloom/Codecs/FormatManager.h>
 #include <Corvane/Rasterloom/Codecs/JpegFrame.h>
 
 namespace Corvane::Rasterloom::Codecs {
 
 namespace engine = ImagingFramework;
 
-JpegReader::JpegReader()
-    : FormatReader(FormatManager::JpegFormat, std::make_unique<engine::JpegMetaData>()),
-      m_pMetadata(std::make_unique<MetadataReadCells>()) {}
+JpegReader::JpegReader() : m_pMetadata(std::make_unique<MetadataReadCells>()) {}
 
 JpegReader::JpegReader(const std::shared_ptr<Host::Stream>& stream) : JpegReader() { Open(stream); }
 
@@ -28,15 +24,6 @@ std::unique_ptr<IFormatReader> JpegReader::Clone() {
     auto clone = std::make_unique<JpegReader>();
     clone->set_FastThumbnails(get_FastThumbnails());
     return clone;
-}
-
-std::unique_ptr<Frame> JpegReader::OnFrameLoad(std::int32_t index) {
-    return std::unique_ptr<Frame>(new JpegFrame(*this, index));
-}
-
-bool JpegReader::OnCheckForSupport(const std::shared_ptr<Host::Stream>& stream) {
-    StreamWrapper wrapper(stream);
-    return CallEngine([&] { return engine::TryJpegFormat(&wrapper); });
 }
 
 // --- Metadata

@@ -3,24 +3,19 @@
 #include "MetadataExchange.h"
 #include "metadata/Jpeg/JpegMetaData.h"
 
-#include <Corvane/Rasterloom/Codecs/FormatManager.h>
 #include <Corvane/Rasterloom/Codecs/JpegFrame.h>
 
 namespace Corvane::Rasterloom::Codecs {
 
 namespace engine = ImagingFramework;
 
-JpegWriter::JpegWriter() : FormatWriter(FormatManager::JpegFormat, std::make_unique<engine::JpegMetaData>()) {}
+JpegWriter::JpegWriter() = default;
 
 JpegWriter::JpegWriter(const std::shared_ptr<Host::Stream>& stream) : JpegWriter() { Open(stream); }
 
 JpegWriter::JpegWriter(const std::filesystem::path& fileName) : JpegWriter() { Open(fileName); }
 
 JpegWriter::~JpegWriter() { DisposeFinally(); }
-
-std::unique_ptr<IFrame> JpegWriter::GetEmptyFrame() { return std::make_unique<JpegFrame>(); }
-
-std::unique_ptr<IFormatWriter> JpegWriter::Clone() { return std::make_unique<JpegWriter>(); }
 
 void JpegWriter::OnBeforeAddFrame(Frame& frame) {
     auto* const own = dynamic_cast<JpegFrame*>(&frame);
@@ -36,6 +31,8 @@ void JpegWriter::OnBeforeAddFrame(Frame& frame) {
     send(engine::MetaDataId::JpegRestartOption, settings.RestartInterval);
     SendMetadata(get__Blocks(), get__WrittenFrameCount(), [this](engine::ItemTag& tag) { _SetItem(tag); });
 }
+
+void JpegWriter::OnClose() { set__Blocks({}); }
 
 void JpegWriter::OnImportEncoderOptions(const EncoderOptions& options) {
     if (const auto* const source = dynamic_cast<const MetadataWriteSupport*>(&options)) {

@@ -1,16 +1,15 @@
 #include <Corvane/Rasterloom/Codecs/PngFrame.h>
 
-#include "ObjectGuard.h"
+#include "SettingsFrame.h"
 #include "Validator.h"
 
-#include <Corvane/Rasterloom/Codecs/FormatManager.h>
 #include <Corvane/Rasterloom/Codecs/PngReader.h>
 
 namespace Corvane::Rasterloom::Codecs {
 
 // --- PngEncoderOptions
 
-PngEncoderOptions::PngEncoderOptions() : EncoderOptions(FormatManager::PngFormat) {}
+PngEncoderOptions::PngEncoderOptions() = default;
 
 PngEncoderOptions::PngEncoderOptions(bool interlaced) : PngEncoderOptions() { m_settings.Interlaced = interlaced; }
 
@@ -28,81 +27,35 @@ void PngEncoderOptions::set_Filter(PngFilter filter) {
     m_settings.Filter = filter;
 }
 
-std::unique_ptr<IFrame> PngEncoderOptions::ToFrame() const {
-    auto frame = std::make_unique<PngFrame>();
-    frame->ImportEncoderOptions(this);
-    return frame;
-}
-
 // --- PngFrame
 
-PngFrame::PngFrame() = default;
+template class SettingsFrameOf<Formats::Png, PngEncoderOptions>;
 
-PngFrame::PngFrame(bool interlaced) : m_options(interlaced) {}
+PngFrame::PngFrame() : SettingsFrameOf(PngEncoderOptions::Settings{}) {}
 
-PngFrame::PngFrame(Bitmap* bitmap) { SetBitmap(bitmap); }
+PngFrame::PngFrame(bool interlaced) : SettingsFrameOf(PngEncoderOptions(interlaced).get__Settings()) {}
+
+PngFrame::PngFrame(Bitmap* bitmap) : PngFrame() { SetBitmap(bitmap); }
 
 PngFrame::PngFrame(Bitmap* bitmap, bool interlaced) : PngFrame(interlaced) { SetBitmap(bitmap); }
 
-PngFrame::PngFrame(PngReader& reader, std::int32_t index) : Frame(reader, index), m_bLoaded(false) {}
+PngFrame::PngFrame(FormatReader& reader, std::int32_t index) : SettingsFrameOf(reader, index) {}
 
 PngFrame::~PngFrame() = default;
 
-const PngEncoderOptions::Settings& PngFrame::get__Settings() {
-    if (!m_bLoaded) {
-        m_options.set_Interlaced(static_cast<PngReader&>(RequireReader())._FrameLoadInterlaced(*this));
-        m_bLoaded = true;
-    }
-    return m_options.get__Settings();
+void PngFrame::LoadSettings(FormatReader& reader, PngEncoderOptions::Settings& settings) {
+    settings.Interlaced = static_cast<PngReader&>(reader)._FrameLoadInterlaced(*this);
 }
 
-namespace {
+bool PngFrame::get_Interlaced() { return Get(&PngEncoderOptions::get_Interlaced); }
+void PngFrame::set_Interlaced(bool interlaced) { Set(&PngEncoderOptions::set_Interlaced, interlaced); }
 
-/// Runs `body` with the frame locked and its settings loaded.
-template <class Body>
-auto WithSettings(PngFrame& frame, Body body) {
-    const ObjectGuard guard(frame);
-    frame.CheckNotDisposed();
-    frame.get__Settings();
-    return body();
-}
-
-} // namespace
-
-bool PngFrame::get_Interlaced() {
-    return WithSettings(*this, [this] { return m_options.get_Interlaced(); });
-}
-void PngFrame::set_Interlaced(bool interlaced) {
-    WithSettings(*this, [&] { m_options.set_Interlaced(interlaced); });
-}
-std::int32_t PngFrame::get_CompressionLevel() {
-    return WithSettings(*this, [this] { return m_options.get_CompressionLevel(); });
-}
+std::int32_t PngFrame::get_CompressionLevel() { return Get(&PngEncoderOptions::get_CompressionLevel); }
 void PngFrame::set_CompressionLevel(std::int32_t compressionLevel) {
-    WithSettings(*this, [&] { m_options.set_CompressionLevel(compressionLevel); });
-}
-PngFilter PngFrame::get_Filter() {
-    return WithSettings(*this, [this] { return m_options.get_Filter(); });
-}
-void PngFrame::set_Filter(PngFilter filter) {
-    WithSettings(*this, [&] { m_options.set_Filter(filter); });
+    Set(&PngEncoderOptions::set_CompressionLevel, compressionLevel);
 }
 
-std::unique_ptr<EncoderOptions> PngFrame::CreateEmptyEncoderOptions() { return std::make_unique<PngEncoderOptions>(); }
-
-void PngFrame::OnImportEncoderOptions(const EncoderOptions& options) {
-    Frame::OnImportEncoderOptions(options);
-    if (const auto* const own = dynamic_cast<const PngEncoderOptions*>(&options)) {
-        m_options.set__Settings(own->get__Settings());
-        m_bLoaded = true;
-    }
-}
-
-void PngFrame::OnExportEncoderOptions(EncoderOptions& options) {
-    Frame::OnExportEncoderOptions(options);
-    if (auto* const own = dynamic_cast<PngEncoderOptions*>(&options)) {
-        own->set__Settings(get__Settings());
-    }
-}
+PngFilter PngFrame::get_Filter() { return Get(&PngEncoderOptions::get_Filter); }
+void PngFrame::set_Filter(PngFilter filter) { Set(&PngEncoderOptions::set_Filter, filter); }
 
 } // namespace Corvane::Rasterloom::Codecs

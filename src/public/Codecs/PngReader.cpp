@@ -4,20 +4,12 @@
 #include "FormatCodecFields.h"
 #include "ObjectGuard.h"
 #include "metadata/Png/PngMetaData.h"
-#include "metadata/RecognizeMediaFormat.h"
 
-#include <Corvane/Rasterloom/Codecs/FormatManager.h>
 #include <Corvane/Rasterloom/Codecs/PngFrame.h>
 
 namespace Corvane::Rasterloom::Codecs {
 
 namespace engine = ImagingFramework;
-
-PngReader::PngReader() : FormatReader(FormatManager::PngFormat, std::make_unique<engine::PngMetaData>()) {}
-
-PngReader::PngReader(const std::shared_ptr<Host::Stream>& stream) : PngReader() { Open(stream); }
-
-PngReader::PngReader(const std::filesystem::path& fileName) : PngReader() { Open(fileName); }
 
 PngReader::~PngReader() { DisposeFinally(); }
 
@@ -25,15 +17,6 @@ std::unique_ptr<IFormatReader> PngReader::Clone() {
     auto clone = std::make_unique<PngReader>();
     clone->set_SkipCrcCheck(get_SkipCrcCheck());
     return clone;
-}
-
-std::unique_ptr<Frame> PngReader::OnFrameLoad(std::int32_t index) {
-    return std::unique_ptr<Frame>(new PngFrame(*this, index));
-}
-
-bool PngReader::OnCheckForSupport(const std::shared_ptr<Host::Stream>& stream) {
-    StreamWrapper wrapper(stream);
-    return CallEngine([&] { return engine::TryPngFormat(&wrapper); });
 }
 
 bool PngReader::get_SkipCrcCheck() {

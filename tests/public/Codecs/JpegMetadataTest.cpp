@@ -1,36 +1,25 @@
+#include "JpegSegments.h"
 #include "TestFiles.h"
 #include "Throws.h"
 
 #include <Corvane/Rasterloom/Bitmap.h>
-#include <Corvane/Rasterloom/Codecs/AdobeResourceBlock.h>
 #include <Corvane/Rasterloom/Codecs/AdobeResourceDictionary.h>
 #include <Corvane/Rasterloom/Codecs/ExifDictionary.h>
 #include <Corvane/Rasterloom/Codecs/IptcDictionary.h>
-#include <Corvane/Rasterloom/Codecs/JpegEncoderOptions.h>
 #include <Corvane/Rasterloom/Codecs/JpegFrame.h>
 #include <Corvane/Rasterloom/Codecs/JpegReader.h>
 #include <Corvane/Rasterloom/Codecs/JpegWriter.h>
 #include <Corvane/Rasterloom/Codecs/UnsignedRational.h>
 #include <Corvane/Rasterloom/ColorProfile.h>
 #include <Corvane/Rasterloom/Exceptions.h>
-#include <Corvane/Rasterloom/Host/MemoryStream.h>
-
-#include <algorithm>
-#include <gtest/gtest.h>
 
 namespace Corvane::Rasterloom::Codecs {
 namespace {
 
-using Bytes = std::vector<std::uint8_t>;
-
 Bytes Save(Bitmap& bitmap, const EncoderOptions& options) {
-    const auto stream = std::make_shared<Host::MemoryStream>();
+    const auto stream = StreamOf({});
     bitmap.Save(stream, &options);
     return stream->GetBuffer();
-}
-
-std::shared_ptr<Host::MemoryStream> StreamOver(Bytes bytes) {
-    return std::make_shared<Host::MemoryStream>(std::move(bytes));
 }
 
 /// Puts a segment behind the first marker of a file.
@@ -41,18 +30,6 @@ Bytes WithSegment(Bytes file, std::uint8_t marker, const std::string& identifier
     segment.insert(segment.end(), data.begin(), data.end());
     file.insert(file.begin() + 2, segment.begin(), segment.end());
     return file;
-}
-
-/// The segments in front of the scan, by marker.
-std::vector<std::pair<int, Bytes>> SegmentsOf(const Bytes& file) {
-    std::vector<std::pair<int, Bytes>> segments;
-    for (std::size_t at = 2; at + 4 <= file.size() && file[at] == 0xFF && file[at + 1] != 0xDA;) {
-        const std::size_t size = static_cast<std::size_t>(file[at + 2]) << 8 | file[at + 3];
-        segments.emplace_back(file[at + 1], Bytes(file.begin() + static_cast<std::ptrdiff_t>(at + 4),
-                                                  file.begin() + static_cast<std::ptrdiff_t>(at + 2 + size)));
-        at += 2 + size;
-    }
-    return segments;
 }
 
 class JpegMetadata : public testing::Test {
@@ -73,7 +50,7 @@ TEST_F(JpegMetadata, AllKindsOfBlocksSurvive) {
     options.set_Xmp(packet);
     const Bytes file = Save(m_bitmap, options);
 
-    JpegReader reader(StreamOver(file));
+    JpegReader reader(StreamOf(file));
     EXPECT_EQ(reader.get_Exif()->GetItemString(ExifDictionary::Model), "Camera");
     // The resolution comes from the bitmap where the block has none.
     EXPECT_EQ(reader.get_Exif()->GetItemString(ExifDictionary::XResolution).substr(0, 2), "72");
@@ -98,50 +75,67 @@ TEST_F(JpegMetadata, LargeProfilesAndPacketsGoInPieces) {
     options.set_Xmp(std::string(65503, ' '));
     EXPECT_THROW(Save(m_bitmap, options), Host::ArgumentException);
     // Four chunks out of order.
+    const auto identifier = [](int number) {
+        return std::string("ICC_PROFILE\0", 12) + static_cast<char>(number) + '\4';
+    };
+    const auto at = [&](std::size_t offset) { return profile.begin() + static_cast<std::ptrdiff_t>(offset); };
     const auto chunk = [&](int number, std::size_t begin, std::size_t end) {
-        const std::string identifier = std::string("ICC_PROFILE\0", 12) + static_cast<char>(number) + '\4';
-        file = WithSegment(file, 0xE2, identifier,
-                           Bytes(profile.begin() + static_cast<std::ptrdiff_t>(begin),
-                                 profile.begin() + static_cast<std::ptrdiff_t>(end)));
+        file = WithSegment(file, 0xE2, identifier(number), Bytes(at(begin), at(end)));
     };
     chunk(2, 65519, 131038);
     chunk(1, 0, 65519);
     chunk(4, 196557, 200000);
     chunk(3, 131038, 196557);
-    Bitmap loaded(StreamOver(file));
-    const auto segments = SegmentsOf(Save(loaded, JpegEncoderOptions()));
+    Bitmap loaded(StreamOf(file));
+    const Bytes saved = Save(loaded, JpegEncoderOptions());
     Bytes written;
-    int number = 0;
-    for (const auto& [marker, data] : segments) {
-        if (marker == 0xE2) {
-            EXPECT_EQ(data.at(12), ++number);
-            EXPECT_EQ(data.at(13), 4);
-            written.insert(written.end(), data.begin() + 14, data.end());
-        }
+    for (const int number : {1, 2, 3, 4}) {
+        const Bytes piece = JoinSegments(saved, 0xE2, identifier(number));
+        written.insert(written.end(), piece.begin(), piece.end());
     }
     EXPECT_EQ(written, profile);
     // A chunk that is missing, or there twice, leaves no profile.
     chunk(3, 131038, 196557);
-    EXPECT_EQ(Bitmap(StreamOver(file)).get_ColorProfile(), nullptr);
+    EXPECT_EQ(Bitmap(StreamOf(file)).get_ColorProfile(), nullptr);
+}
+
+TEST_F(JpegMetadata, AWriterForgetsItsBlocksWithItsFile) {
+    const auto first = StreamOf({});
+    JpegWriter writer;
+    writer.set_Xmp("<?xpacket?>");
+    writer.Open(first);
+    writer.set_Exif(std::make_shared<ExifDictionary>());
+    writer.get_Exif()->set_Item(ExifDictionary::Model, std::string("Camera"));
+    JpegFrame frame(&m_bitmap);
+    writer.AddFrame(&frame);
+    writer.Close();
+    EXPECT_NE(JpegReader(first).get_Exif(), nullptr);
+    EXPECT_EQ(writer.get_Exif(), nullptr);
+    EXPECT_EQ(writer.get_Xmp(), "");
+    const auto second = StreamOf({});
+    writer.Open(second);
+    writer.AddFrame(&frame);
+    writer.Close();
+    EXPECT_EQ(JpegReader(second).get_Exif(), nullptr);
 }
 
 TEST_F(JpegMetadata, BrokenBlocksStopNoPixels) {
     const Bytes plain = Save(m_bitmap, JpegEncoderOptions());
     const Bytes file = WithSegment(plain, 0xE1, std::string("Exif\0\0", 6), {'M', 'M', 0, 42, 0, 0, 0, 200});
-    JpegReader reader(StreamOver(file));
+    JpegReader reader(StreamOf(file));
     EXPECT_ANY_THROW(reader.get_Exif());
-    EXPECT_EQ(Bitmap(StreamOver(file)).get_Width(), 16);
+    EXPECT_EQ(Bitmap(StreamOf(file)).get_Width(), 16);
     // Segments that only look like the real ones are not taken.
-    EXPECT_EQ(JpegReader(StreamOver(WithSegment(plain, 0xED, std::string("Photoshop 3.0\0", 14), {'8', 'B', 'I', 'M'})))
+    EXPECT_EQ(JpegReader(StreamOf(WithSegment(plain, 0xED, std::string("Photoshop 3.0\0", 14), {'8', 'B', 'I', 'M'})))
                   .get_AdobeResources(),
               nullptr);
-    EXPECT_EQ(JpegReader(StreamOver(plain)).get_Exif(), nullptr);
-    EXPECT_EQ(JpegReader(StreamOver(plain)).get_Xmp(), "");
+    EXPECT_EQ(JpegReader(StreamOf(plain)).get_Exif(), nullptr);
+    EXPECT_EQ(JpegReader(StreamOf(plain)).get_Xmp(), "");
 }
 
 TEST_F(JpegMetadata, ResolutionsOfJfifAndExif) {
     const auto resolution = [](const Bytes& file) {
-        return JpegReader(StreamOver(file)).LoadFrame(0)->get_HorizontalResolution();
+        return JpegReader(StreamOf(file)).LoadFrame(0)->get_HorizontalResolution();
     };
     m_bitmap.set_HorizontalResolution(300.2F);
     m_bitmap.set_VerticalResolution(150.0F);
@@ -167,13 +161,13 @@ TEST_F(JpegMetadata, SettingsOfFrames) {
     EXPECT_EQ(ThrownText<Host::ArgumentOutOfRangeException>([] { JpegFrame(-1); }),
               "Quality should be in the range of [0, 100].");
     options.set_RestartInterval(1);
-    JpegReader reader(StreamOver(Save(m_bitmap, options)));
+    JpegReader reader(StreamOf(Save(m_bitmap, options)));
     const auto frame = reader.LoadFrame(0);
     auto& jpeg = dynamic_cast<JpegFrame&>(*frame);
     EXPECT_FALSE(jpeg.get_ChromaSubsamplingEnabled());
     EXPECT_EQ(jpeg.get_RestartInterval(), 1);
     EXPECT_EQ(jpeg.get_Quality(), 75) << "files do not tell";
-    JpegReader plain(StreamOver(Save(m_bitmap, JpegEncoderOptions())));
+    JpegReader plain(StreamOf(Save(m_bitmap, JpegEncoderOptions())));
     EXPECT_TRUE(dynamic_cast<JpegFrame&>(*plain.LoadFrame(0)).get_ChromaSubsamplingEnabled());
     EXPECT_EQ(dynamic_cast<JpegFrame&>(*plain.LoadFrame(0)).get_RestartInterval(), 0);
 }
@@ -182,7 +176,7 @@ TEST_F(JpegMetadata, FastThumbnailsHaveTheSizeOfTheOthers) {
     Bitmap large(RgbColor(static_cast<std::int32_t>(0xFF0AC85AU)), 1003, 757, PixelFormat::Format24bppRgb);
     const Bytes file = Save(large, JpegEncoderOptions(95));
     for (const bool fast : {false, true}) {
-        JpegReader reader(StreamOver(file));
+        JpegReader reader(StreamOf(file));
         reader.set_FastThumbnails(fast);
         Bitmap thumbnail;
         reader.LoadFrame(0)->GetThumbnail(&thumbnail, 100, 100);

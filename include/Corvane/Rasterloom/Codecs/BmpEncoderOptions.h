@@ -1,12 +1,12 @@
 #pragma once
 
 #include <Corvane/Rasterloom/Codecs/CompressionType.h>
-#include <Corvane/Rasterloom/Codecs/EncoderOptions.h>
+#include <Corvane/Rasterloom/Codecs/EncoderOptionsOf.h>
 
 namespace Corvane::Rasterloom::Codecs {
 
 /// Settings for BMP files.
-class RASTERLOOM_API BmpEncoderOptions : public EncoderOptions {
+class RASTERLOOM_API BmpEncoderOptions : public EncoderOptionsOf<Formats::Bmp> {
 public:
     /// Uncompressed, or as `set_Compression` takes it.
     BmpEncoderOptions();
@@ -17,8 +17,6 @@ public:
     /// `Host::ArgumentException` ("compression").
     CompressionType get_Compression() const noexcept { return m_enCompression; }
     void set_Compression(CompressionType compression);
-
-    std::unique_ptr<IFrame> ToFrame() const override;
 
 private:
     CompressionType m_enCompression = CompressionType::None;

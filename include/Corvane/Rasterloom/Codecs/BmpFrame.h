@@ -1,14 +1,14 @@
 #pragma once
 
 #include <Corvane/Rasterloom/Codecs/CompressionType.h>
-#include <Corvane/Rasterloom/Codecs/Frame.h>
+#include <Corvane/Rasterloom/Codecs/FrameOf.h>
 
 namespace Corvane::Rasterloom::Codecs {
 
 class BmpReader;
 
 /// The frame of a BMP file.
-class RASTERLOOM_API BmpFrame : public Frame {
+class RASTERLOOM_API BmpFrame : public FrameOf<Formats::Bmp> {
 public:
     /// For writing. A bitmap is copied; null fails as in `SetBitmap`.
     BmpFrame();
@@ -23,13 +23,13 @@ public:
     CompressionType get__Compression();
 
 protected:
-    std::unique_ptr<EncoderOptions> CreateEmptyEncoderOptions() override;
     void OnImportEncoderOptions(const EncoderOptions& options) override;
     void OnExportEncoderOptions(EncoderOptions& options) override;
 
 private:
     friend class BmpReader;
-    BmpFrame(BmpReader& reader, std::int32_t index);
+    friend class FormatReaderOf<Formats::Bmp>;
+    BmpFrame(FormatReader& reader, std::int32_t index);
     void SetLoadedCompression(CompressionType compression) noexcept;
 
     CompressionType m_enCompression = CompressionType::None;

@@ -1,28 +1,19 @@
 #pragma once
 
-#include <Corvane/Rasterloom/Codecs/FormatReader.h>
+#include <Corvane/Rasterloom/Codecs/FormatReaderOf.h>
 
 namespace Corvane::Rasterloom::Codecs {
 
 class BmpFrame;
 
 /// Reads BMP files, OS/2 and RLE ones included. The frames are `BmpFrame`s.
-class RASTERLOOM_API BmpReader : public FormatReader {
+class RASTERLOOM_API BmpReader : public FormatReaderOf<Formats::Bmp> {
 public:
-    /// Closed, or opened as `Open` does.
-    BmpReader();
-    explicit BmpReader(const std::shared_ptr<Host::Stream>& stream);
-    explicit BmpReader(const std::filesystem::path& fileName);
+    using FormatReaderOf::FormatReaderOf;
     ~BmpReader() override;
-
-    std::unique_ptr<IFormatReader> Clone() override;
 
     /// Takes the lock; the caller holds the frame's.
     void _FrameLoadCompression(BmpFrame& frame);
-
-protected:
-    std::unique_ptr<Frame> OnFrameLoad(std::int32_t index) override;
-    bool OnCheckForSupport(const std::shared_ptr<Host::Stream>& stream) override;
 };
 
 } // namespace Corvane::Rasterloom::Codecs

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <Corvane/Rasterloom/Codecs/EncoderOptions.h>
+#include <Corvane/Rasterloom/Codecs/EncoderOptionsOf.h>
 #include <Corvane/Rasterloom/Codecs/MetadataWriteSupport.h>
 
 namespace Corvane::Rasterloom::Codecs {
 
 /// Settings for JPEG files, and the metadata blocks that they get: none at first.
-class RASTERLOOM_API JpegEncoderOptions : public EncoderOptions, public MetadataWriteSupport {
+class RASTERLOOM_API JpegEncoderOptions : public EncoderOptionsOf<Formats::Jpeg>, public MetadataWriteSupport {
 public:
     /// What the quality is at first.
     static constexpr std::int32_t DefaultQuality = 75;
@@ -31,8 +31,6 @@ public:
     /// with `Host::ArgumentOutOfRangeException` ("restartInterval").
     std::int32_t get_RestartInterval() const noexcept { return m_settings.RestartInterval; }
     void set_RestartInterval(std::int32_t restartInterval);
-
-    std::unique_ptr<IFrame> ToFrame() const override;
 
     /// The settings that a frame has as well.
     struct Settings {

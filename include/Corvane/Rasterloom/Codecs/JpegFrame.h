@@ -1,15 +1,13 @@
 #pragma once
 
-#include <Corvane/Rasterloom/Codecs/Frame.h>
 #include <Corvane/Rasterloom/Codecs/JpegEncoderOptions.h>
+#include <Corvane/Rasterloom/Codecs/SettingsFrameOf.h>
 
 namespace Corvane::Rasterloom::Codecs {
 
-class JpegReader;
-
 /// The frame of a JPEG file. Settings are as in `JpegEncoderOptions`; in a frame of a reader `ChromaSubsamplingEnabled`
 /// and `RestartInterval` are those of the file.
-class RASTERLOOM_API JpegFrame : public Frame {
+class RASTERLOOM_API JpegFrame : public SettingsFrameOf<Formats::Jpeg, JpegEncoderOptions> {
 public:
     /// For writing. A bitmap is copied; null fails as in `SetBitmap`.
     JpegFrame();
@@ -35,20 +33,12 @@ public:
     std::int32_t get_RestartInterval();
     void set_RestartInterval(std::int32_t restartInterval);
 
-    /// The lock is held.
-    const JpegEncoderOptions::Settings& get__Settings();
-
 protected:
-    std::unique_ptr<EncoderOptions> CreateEmptyEncoderOptions() override;
-    void OnImportEncoderOptions(const EncoderOptions& options) override;
-    void OnExportEncoderOptions(EncoderOptions& options) override;
+    void LoadSettings(FormatReader& reader, JpegEncoderOptions::Settings& settings) override;
 
 private:
-    friend class JpegReader;
-    JpegFrame(JpegReader& reader, std::int32_t index);
-
-    JpegEncoderOptions m_options;
-    bool m_bLoaded = true;
+    friend class FormatReaderOf<Formats::Jpeg>;
+    JpegFrame(FormatReader& reader, std::int32_t index);
 };
 
 } // namespace Corvane::Rasterloom::Codecs

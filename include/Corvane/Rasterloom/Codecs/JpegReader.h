@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Corvane/Rasterloom/Codecs/FormatReader.h>
+#include <Corvane/Rasterloom/Codecs/FormatReaderOf.h>
 #include <Corvane/Rasterloom/Codecs/IMetadataReadSupport.h>
 #include <Corvane/Rasterloom/Codecs/JpegEncoderOptions.h>
 
@@ -11,7 +11,7 @@ class MetadataReadCells;
 
 /// Reads JPEG files. The frames are `JpegFrame`s. Metadata blocks are read when they are first asked for; a broken one
 /// fails then, and never stops the pixels. They fail with `ObjectNotOpenedException` ("reader") while no file is open.
-class RASTERLOOM_API JpegReader : public FormatReader, public IMetadataReadSupport {
+class RASTERLOOM_API JpegReader : public FormatReaderOf<Formats::Jpeg>, public IMetadataReadSupport {
 public:
     /// Closed, or opened as `Open` does.
     JpegReader();
@@ -35,8 +35,6 @@ public:
     void _FrameLoadSettings(JpegFrame& frame, JpegEncoderOptions::Settings& settings);
 
 protected:
-    std::unique_ptr<Frame> OnFrameLoad(std::int32_t index) override;
-    bool OnCheckForSupport(const std::shared_ptr<Host::Stream>& stream) override;
     void OnClose() override;
 
 private:

@@ -1,17 +1,14 @@
 #pragma once
 
-#include <Corvane/Rasterloom/Codecs/EncoderOptions.h>
+#include <Corvane/Rasterloom/Codecs/EncoderOptionsOf.h>
 
 namespace Corvane::Rasterloom::Codecs {
 
 /// The options of a `PcxFrame`, without settings. PCX files are read only: saving with them fails with
 /// `MediaUnsupportedException`.
-class RASTERLOOM_API PcxEncoderOptions : public EncoderOptions {
+class RASTERLOOM_API PcxEncoderOptions : public EncoderOptionsOf<Formats::Pcx> {
 public:
-    PcxEncoderOptions();
     ~PcxEncoderOptions() override;
-
-    std::unique_ptr<IFrame> ToFrame() const override;
 };
 
 } // namespace Corvane::Rasterloom::Codecs

@@ -1,25 +1,14 @@
 #pragma once
 
-#include <Corvane/Rasterloom/Codecs/Frame.h>
+#include <Corvane/Rasterloom/Codecs/FrameOf.h>
 
 namespace Corvane::Rasterloom::Codecs {
 
-class PcxReader;
-
-/// The frame of a PCX file.
-class RASTERLOOM_API PcxFrame : public Frame {
+/// The frame of a PCX file. One without a reader is for writers of other formats.
+class RASTERLOOM_API PcxFrame : public FrameOf<Formats::Pcx> {
 public:
-    /// A frame without a reader, for writers of other formats. A bitmap is copied; null fails as in `SetBitmap`.
-    PcxFrame();
-    explicit PcxFrame(Bitmap* bitmap);
+    using FrameOf::FrameOf;
     ~PcxFrame() override;
-
-protected:
-    std::unique_ptr<EncoderOptions> CreateEmptyEncoderOptions() override;
-
-private:
-    friend class PcxReader;
-    PcxFrame(PcxReader& reader, std::int32_t index);
 };
 
 } // namespace Corvane::Rasterloom::Codecs

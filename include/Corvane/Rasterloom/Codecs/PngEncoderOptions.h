@@ -1,12 +1,12 @@
 #pragma once
 
-#include <Corvane/Rasterloom/Codecs/EncoderOptions.h>
+#include <Corvane/Rasterloom/Codecs/EncoderOptionsOf.h>
 #include <Corvane/Rasterloom/Codecs/PngFilter.h>
 
 namespace Corvane::Rasterloom::Codecs {
 
 /// Settings for PNG files.
-class RASTERLOOM_API PngEncoderOptions : public EncoderOptions {
+class RASTERLOOM_API PngEncoderOptions : public EncoderOptionsOf<Formats::Png> {
 public:
     /// A sound compromise of size and time.
     static constexpr std::int32_t DefaultCompressionLevel = -1;
@@ -26,8 +26,6 @@ public:
     /// `PngFilter::Default` at first. A value that is none fails with `Host::ArgumentException` ("filter").
     PngFilter get_Filter() const noexcept { return m_settings.Filter; }
     void set_Filter(PngFilter filter);
-
-    std::unique_ptr<IFrame> ToFrame() const override;
 
     /// The settings that a frame has as well.
     struct Settings {

@@ -1,15 +1,13 @@
 #pragma once
 
-#include <Corvane/Rasterloom/Codecs/Frame.h>
 #include <Corvane/Rasterloom/Codecs/PngEncoderOptions.h>
+#include <Corvane/Rasterloom/Codecs/SettingsFrameOf.h>
 
 namespace Corvane::Rasterloom::Codecs {
 
-class PngReader;
-
 /// The frame of a PNG file. Settings are as in `PngEncoderOptions`; in a frame of a reader `Interlaced` is that of the
 /// file.
-class RASTERLOOM_API PngFrame : public Frame {
+class RASTERLOOM_API PngFrame : public SettingsFrameOf<Formats::Png, PngEncoderOptions> {
 public:
     /// For writing. A bitmap is copied; null fails as in `SetBitmap`.
     PngFrame();
@@ -28,20 +26,12 @@ public:
     PngFilter get_Filter();
     void set_Filter(PngFilter filter);
 
-    /// The lock is held.
-    const PngEncoderOptions::Settings& get__Settings();
-
 protected:
-    std::unique_ptr<EncoderOptions> CreateEmptyEncoderOptions() override;
-    void OnImportEncoderOptions(const EncoderOptions& options) override;
-    void OnExportEncoderOptions(EncoderOptions& options) override;
+    void LoadSettings(FormatReader& reader, PngEncoderOptions::Settings& settings) override;
 
 private:
-    friend class PngReader;
-    PngFrame(PngReader& reader, std::int32_t index);
-
-    PngEncoderOptions m_options;
-    bool m_bLoaded = true;
+    friend class FormatReaderOf<Formats::Png>;
+    PngFrame(FormatReader& reader, std::int32_t index);
 };
 
 } // namespace Corvane::Rasterloom::Codecs

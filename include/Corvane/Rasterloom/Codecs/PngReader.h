@@ -1,18 +1,15 @@
 #pragma once
 
-#include <Corvane/Rasterloom/Codecs/FormatReader.h>
+#include <Corvane/Rasterloom/Codecs/FormatReaderOf.h>
 
 namespace Corvane::Rasterloom::Codecs {
 
 class PngFrame;
 
 /// Reads PNG files. The frames are `PngFrame`s. Gray of 1, 2 and 4 bits is read as indices into a gray palette.
-class RASTERLOOM_API PngReader : public FormatReader {
+class RASTERLOOM_API PngReader : public FormatReaderOf<Formats::Png> {
 public:
-    /// Closed, or opened as `Open` does.
-    PngReader();
-    explicit PngReader(const std::shared_ptr<Host::Stream>& stream);
-    explicit PngReader(const std::filesystem::path& fileName);
+    using FormatReaderOf::FormatReaderOf;
     ~PngReader() override;
 
     std::unique_ptr<IFormatReader> Clone() override;
@@ -23,10 +20,6 @@ public:
 
     /// Takes the lock; the caller holds the frame's.
     bool _FrameLoadInterlaced(PngFrame& frame);
-
-protected:
-    std::unique_ptr<Frame> OnFrameLoad(std::int32_t index) override;
-    bool OnCheckForSupport(const std::shared_ptr<Host::Stream>& stream) override;
 
 private:
     bool m_bSkipCrcCheck = false;

@@ -1,22 +1,16 @@
 #pragma once
 
-#include <Corvane/Rasterloom/Codecs/FormatWriter.h>
+#include <Corvane/Rasterloom/Codecs/FormatWriterOf.h>
 
 namespace Corvane::Rasterloom::Codecs {
 
 /// Writes PNG files of one frame, with palette, resolution and colour profile. Frames that are no `PngFrame` are
 /// written with the settings that `PngEncoderOptions` begin with. A profile for other colours than those of the frame
 /// is left out.
-class RASTERLOOM_API PngWriter : public FormatWriter {
+class RASTERLOOM_API PngWriter : public FormatWriterOf<Formats::Png> {
 public:
-    /// Closed, or opened as `Open` does.
-    PngWriter();
-    explicit PngWriter(const std::shared_ptr<Host::Stream>& stream);
-    explicit PngWriter(const std::filesystem::path& fileName);
+    using FormatWriterOf::FormatWriterOf;
     ~PngWriter() override;
-
-    std::unique_ptr<IFrame> GetEmptyFrame() override;
-    std::unique_ptr<IFormatWriter> Clone() override;
 
 protected:
     void OnBeforeAddFrame(Frame& frame) override;

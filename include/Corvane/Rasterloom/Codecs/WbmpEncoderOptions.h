@@ -1,16 +1,13 @@
 #pragma once
 
-#include <Corvane/Rasterloom/Codecs/EncoderOptions.h>
+#include <Corvane/Rasterloom/Codecs/EncoderOptionsOf.h>
 
 namespace Corvane::Rasterloom::Codecs {
 
 /// Options for WBMP files, which have no settings.
-class RASTERLOOM_API WbmpEncoderOptions : public EncoderOptions {
+class RASTERLOOM_API WbmpEncoderOptions : public EncoderOptionsOf<Formats::Wbmp> {
 public:
-    WbmpEncoderOptions();
     ~WbmpEncoderOptions() override;
-
-    std::unique_ptr<IFrame> ToFrame() const override;
 };
 
 } // namespace Corvane::Rasterloom::Codecs

@@ -1,23 +1,14 @@
 #pragma once
 
-#include <Corvane/Rasterloom/Codecs/FormatReader.h>
+#include <Corvane/Rasterloom/Codecs/FormatReaderOf.h>
 
 namespace Corvane::Rasterloom::Codecs {
 
 /// Reads WBMP files (wireless bitmaps) of type 0, in black and white. The frames are `WbmpFrame`s.
-class RASTERLOOM_API WbmpReader : public FormatReader {
+class RASTERLOOM_API WbmpReader : public FormatReaderOf<Formats::Wbmp> {
 public:
-    /// Closed, or opened as `Open` does.
-    WbmpReader();
-    explicit WbmpReader(const std::shared_ptr<Host::Stream>& stream);
-    explicit WbmpReader(const std::filesystem::path& fileName);
+    using FormatReaderOf::FormatReaderOf;
     ~WbmpReader() override;
-
-    std::unique_ptr<IFormatReader> Clone() override;
-
-protected:
-    std::unique_ptr<Frame> OnFrameLoad(std::int32_t index) override;
-    bool OnCheckForSupport(const std::shared_ptr<Host::Stream>& stream) override;
 };
 
 } // namespace Corvane::Rasterloom::Codecs

@@ -23,20 +23,6 @@ constexpr std::uint32_t GreenMask555 = 0x3E0;
 
 // --- Headers
 
-void BitmapFrameDecoder::Attach(ObjPtr<AbstractReader> pReader) {
-    if (!pReader) {
-        throw ArgumentNullPointerException("pReader");
-    }
-    Detach();
-    m_pReader = std::move(pReader);
-    try {
-        DoDecodeHeader();
-    } catch (...) {
-        Detach();
-        throw;
-    }
-}
-
 void BitmapFrameDecoder::DoDecodeHeader() {
     m_header = BmpHeader::Read(GetReader());
     LoadBasicParams();

@@ -11,9 +11,6 @@ namespace ImagingFramework {
 /// Decodes the one frame of a BMP file: 1, 4, 8, 16, 24 and 32 bits, RLE4 and RLE8, all header forms from 12 bytes on.
 class BitmapFrameDecoder : public IFrameDecoderImpl {
 public:
-    using IFrameDecoderImpl::Attach;
-    /// Fails with `MediaCorruptedException`, or `UnsupportedPixelFormatException` for another bit count.
-    void Attach(ObjPtr<AbstractReader> pReader) override;
     /// 72 when the file gives no horizontal value.
     double GetResolutionX() const override;
     /// 72 when the file gives no horizontal value, whatever its vertical one is.
@@ -22,6 +19,8 @@ public:
     FrameCompressionType GetCompressionType() const noexcept { return m_compression; }
 
 protected:
+    /// Fails with `MediaCorruptedException`, or `UnsupportedPixelFormatException` for another bit count.
+    void ReadHeaders() override { DoDecodeHeader(); }
     void DecodeFrameInternal() override;
     void DoDecodeHeader();
     void LoadBasicParams();

@@ -15,6 +15,20 @@ namespace ImagingFramework {
 
 // --- Stream
 
+void IFrameDecoderImpl::Attach(ObjPtr<AbstractReader> pReader) {
+    if (!pReader) {
+        throw ArgumentNullPointerException("pReader");
+    }
+    Detach();
+    m_pReader = std::move(pReader);
+    try {
+        ReadHeaders();
+    } catch (...) {
+        Detach();
+        throw;
+    }
+}
+
 void IFrameDecoderImpl::Attach(std::shared_ptr<IStream> piStream) {
     Attach(ObjPtr<AbstractReader>(new StreamReader(std::move(piStream))));
 }

@@ -11,6 +11,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <vector>
 
 namespace ImagingFramework {
 
@@ -34,13 +35,14 @@ public:
                                         BitmapData*& pBitmapData, std::uint32_t uintFrameIndex) = 0;
 };
 
-/// The road of a frame that all formats share. A format gives `Attach`, the decoding loop, resolutions and palette, and
-/// delivers the lines with `SetScanline`, from the top.
+/// The road of a frame that all formats share. A format gives `ReadHeaders`, the decoding loop, resolutions and palette,
+/// and delivers the lines with `SetScanline` or `FillLines`, from the top.
 class IFrameDecoderImpl : public IFrameDecoder, public virtual IInternalEventsHostImpl, public IScanLineProducerImpl {
 public:
     ~IFrameDecoderImpl() override = default;
 
-    using IFrameDecoder::Attach;
+    /// When the headers are not sound the decoder is detached.
+    void Attach(ObjPtr<AbstractReader> pReader) override;
     void Attach(std::shared_ptr<IStream> piStream) override;
     void Attach(const std::filesystem::path& strFileName) override;
     void Detach() override;
@@ -73,6 +75,8 @@ public:
 protected:
     IFrameDecoderImpl() = default;
 
+    /// Reads all headers of the file that has been attached, and sets the fields of the frame that stand below.
+    virtual void ReadHeaders() {}
     /// The decoding loop. Calls `CreateBitmapData`, then `SetColorMap` and `SetResolution`, then `SetScanline` per
     /// line.
     virtual void DecodeFrameInternal() = 0;
@@ -94,6 +98,11 @@ protected:
     /// Fails with `UnexpectedException` in a format without profiles.
     virtual const std::vector<std::uint8_t>& GetColorProfileRef();
     virtual void ResetFrameState();
+
+    /// Delivers all lines, from the top, a step of progress each. `fill` is called with the place for a line, which is as
+    /// long as that of the raster, and its number.
+    template <class Fill>
+    void FillLines(Fill fill);
 
     /// The output raster when lines may be put into it without `SetScanline`, else null.
     BitmapData* GetDirectOutput() noexcept { return m_bThumbnailMode || m_bProducerMode ? nullptr : m_pOutput.Get(); }
@@ -140,5 +149,22 @@ private:
     std::vector<std::uint8_t> m_frameProfile; ///< profile of the frame, for the consumers
     std::shared_ptr<const FilterData> m_pFilterData;
 };
+
+template <class Fill>
+void IFrameDecoderImpl::FillLines(Fill fill) {
+    BitmapData* const pOutput = GetDirectOutput();
+    std::vector<std::uint8_t> buffer;
+    if (pOutput == nullptr) {
+        buffer.resize(CheckedStride(m_uintWidth, GetPixelFormat(), BitmapData::StrideAlignment));
+    }
+    for (std::uint32_t row = 0; row < m_uintHeight; ++row) {
+        std::uint8_t* const pLine = pOutput == nullptr ? buffer.data() : pOutput->GetScanlineRef(row);
+        fill(pLine, row);
+        if (pOutput == nullptr) {
+            SetScanline(pLine, row);
+        }
+        UpdateEvents(1);
+    }
+}
 
 } // namespace ImagingFramework

@@ -2,6 +2,8 @@
 
 #include "ErrorHandling/Exceptions.h"
 
+#include <utility>
+
 namespace ImagingFramework {
 
 namespace {
@@ -33,6 +35,7 @@ JpegCompressor::JpegCompressor(AbstractWriter& writer) : m_destination(writer, m
     m_info.client_data = this;
     m_guard.Call([this] { jpeg_create_compress(&m_info); });
     m_destination.Attach(m_info);
+    m_progress.progress_monitor = OnProgress;
 }
 
 JpegCompressor::~JpegCompressor() { jpeg_destroy_compress(&m_info); }
@@ -43,6 +46,13 @@ void JpegCompressor::ErrorExit(j_common_ptr pInfo) noexcept {
         guard.Leave([] { throw JpegMarkerException(); });
     }
     guard.Leave([] { throw UnexpectedException(); });
+}
+
+void JpegCompressor::OnProgress(j_common_ptr pInfo) noexcept {
+    JpegCompressor& self = Of(pInfo);
+    if (self.m_progress.pass_counter == 0) {
+        self.m_guard.TryOrJump([&] { self.m_poll(); });
+    }
 }
 
 void JpegCompressor::Configure(PixelFormat format, std::uint32_t width, std::uint32_t height,
@@ -94,7 +104,9 @@ void JpegCompressor::WriteLines(JSAMPROW* pLines, std::uint32_t count) {
     m_guard.Call([&] { jpeg_write_scanlines(&m_info, pLines, count); });
 }
 
-void JpegCompressor::Finish() {
+void JpegCompressor::Finish(std::function<void()> poll) {
+    m_poll = std::move(poll);
+    m_info.progress = &m_progress;
     m_guard.Call([this] { jpeg_finish_compress(&m_info); });
 }
 

@@ -5,6 +5,7 @@
 #include "metadata/Jpeg/JpegLibrary.h"
 
 #include <cstdint>
+#include <functional>
 #include <span>
 
 namespace ImagingFramework {
@@ -33,7 +34,9 @@ public:
     void Start();
     void WriteMarker(int marker, std::span<const std::uint8_t> identifier, std::span<const std::uint8_t> data);
     void WriteLines(JSAMPROW* pLines, std::uint32_t count);
-    void Finish();
+    /// Ends the stream. The scans of a progressive frame are coded here; `poll` is called before each pass over the frame
+    /// and may raise what ends the work.
+    void Finish(std::function<void()> poll);
 
     jpeg_compress_struct& GetInfo() noexcept { return m_info; }
     /// For calls of the library that this class has no name for.
@@ -43,11 +46,14 @@ private:
     static JpegCompressor& Of(j_common_ptr pInfo) noexcept { return *static_cast<JpegCompressor*>(pInfo->client_data); }
     static void ErrorExit(j_common_ptr pInfo) noexcept;
     static void OutputMessage(j_common_ptr) noexcept {}
+    static void OnProgress(j_common_ptr pInfo) noexcept;
 
     CLibraryGuard m_guard;
     jpeg_error_mgr m_errors{};
+    jpeg_progress_mgr m_progress{};
     jpeg_compress_struct m_info{};
     JpegDestination m_destination;
+    std::function<void()> m_poll;
 };
 
 } // namespace ImagingFramework

@@ -47,24 +47,14 @@ std::uint32_t SamplesPerAxis(InterpolationMode kind) {
 
 // --- Headers
 
-void JpegFrameDecoder::Attach(ObjPtr<AbstractReader> pReader) {
-    if (!pReader) {
-        throw ArgumentNullPointerException("pReader");
+void JpegFrameDecoder::ReadHeaders() {
+    JpegDecompressor decompressor(GetReader());
+    for (const int marker : {JpegApp1, JpegApp2, JpegApp13, JpegApp14}) {
+        decompressor.SaveMarkers(marker);
     }
-    Detach();
-    m_pReader = std::move(pReader);
-    try {
-        JpegDecompressor decompressor(GetReader());
-        for (const int marker : {JpegApp1, JpegApp2, JpegApp13, JpegApp14}) {
-            decompressor.SaveMarkers(marker);
-        }
-        decompressor.ReadHeader();
-        decompressor.CalculateOutput();
-        LoadBasicParams(decompressor.GetInfo());
-    } catch (...) {
-        Detach();
-        throw;
-    }
+    decompressor.ReadHeader();
+    decompressor.CalculateOutput();
+    LoadBasicParams(decompressor.GetInfo());
 }
 
 void JpegFrameDecoder::Detach() {

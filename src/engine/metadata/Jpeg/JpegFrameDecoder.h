@@ -14,10 +14,6 @@ namespace ImagingFramework {
 /// Decodes the one frame of a JPEG file: gray, RGB and CMYK of 8 bits a channel.
 class JpegFrameDecoder : public IFrameDecoderImpl {
 public:
-    using IFrameDecoderImpl::Attach;
-    /// Keeps the metadata segments as bytes; they are parsed when they are asked for. Fails with
-    /// `MediaCorruptedException`.
-    void Attach(ObjPtr<AbstractReader> pReader) override;
     void Detach() override;
     double GetResolutionX() const override { return m_resolutionX; }
     double GetResolutionY() const override { return m_resolutionY; }
@@ -30,6 +26,9 @@ public:
     void SetFastThumbnails(bool fast) noexcept { m_bFastThumbnails = fast; }
 
 protected:
+    /// Keeps the metadata segments as bytes; they are parsed when they are asked for. Fails with
+    /// `MediaCorruptedException`.
+    void ReadHeaders() override;
     void DecodeFrameInternal() override;
     const std::vector<std::uint8_t>& GetColorProfileRef() override { return m_segments.ColorProfile; }
     /// The blocks, parsed anew; null when the file has none. A broken block fails as it tells itself.

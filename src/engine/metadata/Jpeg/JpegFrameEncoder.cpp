@@ -1,5 +1,6 @@
 #include "metadata/Jpeg/JpegFrameEncoder.h"
 
+#include "Common/Numeric.h"
 #include "metadata/Jpeg/JpegInks.h"
 #include "metadata/Jpeg/JpegSegmentWriter.h"
 
@@ -17,7 +18,7 @@ constexpr std::uint32_t LinesPerCall = 16;
 constexpr PixelFormat SavedPixelFormats[] = {PixelFormat::Format8bppGrayScale, PixelFormat::Format24bppRgb,
                                              PixelFormat::Format32bppCmyk};
 
-std::uint16_t Density(double rounded) { return static_cast<std::uint16_t>(std::clamp(rounded, 0.0, 65535.0)); }
+std::uint16_t Density(double rounded) { return static_cast<std::uint16_t>(std::clamp(TruncateToInt32(rounded), 0, 65535)); }
 
 /// The library reads lines only, though its pointers say otherwise.
 JSAMPROW LinePointer(const std::uint8_t* pLine) { return const_cast<JSAMPROW>(pLine); }
@@ -116,7 +117,11 @@ void JpegFrameEncoder::EncodeFrameInternal() {
     WriteSegments(source.GetHorizontalResolution(), source.GetVerticalResolution(),
                   hasProfile ? source.GetProfileData() : std::vector<std::uint8_t>());
     EncodeLines();
-    m_pCompressor->Finish();
+    Finish();
+}
+
+void JpegFrameEncoder::Finish() {
+    m_pCompressor->Finish([this] { UpdateEvents(0); });
     m_pCompressor.reset();
 }
 
@@ -171,8 +176,7 @@ void JpegFrameEncoder::SetScanline(const std::uint8_t* pScanline, std::uint32_t 
     }
     m_pCompressor->WriteLines(&pLine, 1);
     if (row + 1 == data.Height) {
-        m_pCompressor->Finish();
-        m_pCompressor.reset();
+        Finish();
         GetWriter().Flush();
         m_line.clear();
         CompleteFrame();

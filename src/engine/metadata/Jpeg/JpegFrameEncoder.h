@@ -58,6 +58,8 @@ private:
     std::vector<std::uint8_t> SerializeExif(double horizontalResolution, double verticalResolution) const;
     std::vector<std::uint8_t> SerializeResources() const;
     void EncodeLines();
+    /// Ends the file, after the last line.
+    void Finish();
 
     template <class T>
     static std::unique_ptr<T> CopyOf(const T* pBlock) {

@@ -96,22 +96,8 @@ private:
 
 // --- Header
 
-void PcxFrameDecoder::Attach(ObjPtr<AbstractReader> pReader) {
-    if (!pReader) {
-        throw ArgumentNullPointerException("pReader");
-    }
-    Detach();
-    m_pReader = std::move(pReader);
+void PcxFrameDecoder::ReadHeaders() {
     m_uintDataEnd = 0;
-    try {
-        DoDecodeHeader();
-    } catch (...) {
-        Detach();
-        throw;
-    }
-}
-
-void PcxFrameDecoder::DoDecodeHeader() {
     GetReader().Seek(0);
     if (GetReader().GetRemaining() < sizeof m_header) {
         throw MediaCorruptedException();
@@ -197,19 +183,9 @@ void PcxFrameDecoder::DecodeFrameInternal() {
     if (!IsThumbnailMode()) {
         SetResolution();
     }
-    BitmapData* const pOutput = GetDirectOutput();
-    std::vector<std::uint8_t> line;
-    if (pOutput == nullptr) {
-        line.resize(CheckedStride(m_uintWidth, m_pixelFormat, BitmapData::StrideAlignment));
-    }
-    for (std::uint32_t row = 0; row < m_uintHeight; ++row) {
-        std::uint8_t* const pLine = pOutput == nullptr ? line.data() : pOutput->GetScanlineRef(row);
+    FillLines([&](std::uint8_t* pLine, std::uint32_t row) {
         DoDecompressScanLine(bytes.Get() + GetDecompressedLineSize() * row, pLine);
-        if (pOutput == nullptr) {
-            SetScanline(pLine, row);
-        }
-        UpdateEvents(1);
-    }
+    });
 }
 
 MemPtr<std::uint8_t> PcxFrameDecoder::DoDecompressPcxBytes() {

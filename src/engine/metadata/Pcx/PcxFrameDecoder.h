@@ -9,10 +9,6 @@ namespace ImagingFramework {
 /// Decodes the one frame of a PCX file: 1, 2, 4 and 8 bits in one plane, 1 bit in up to four planes, 8 bits in three.
 class PcxFrameDecoder : public IFrameDecoderImpl {
 public:
-    using IFrameDecoderImpl::Attach;
-    /// Fails with `MediaCorruptedException`, also where the file is too short for the frame, or with
-    /// `UnsupportedPixelFormatException` for other planes and bits.
-    void Attach(ObjPtr<AbstractReader> pReader) override;
     /// 72 when the file gives no value.
     double GetResolutionX() const override;
     double GetResolutionY() const override;
@@ -21,6 +17,9 @@ public:
     std::shared_ptr<ColorMap> GetColorMap() override;
 
 protected:
+    /// Fails with `MediaCorruptedException`, also where the file is too short for the frame, or with
+    /// `UnsupportedPixelFormatException` for other planes and bits.
+    void ReadHeaders() override;
     void DecodeFrameInternal() override;
     /// Unpacks the lines of all planes and remembers where they end. Fails with `UnexpectedException` for a run that
     /// goes beyond the frame, and with `MediaCorruptedException` for a file that ends before it.
@@ -29,7 +28,6 @@ protected:
     void DoDecompressScanLine(const std::uint8_t* pPlanes, std::uint8_t* pLine) const;
 
 private:
-    void DoDecodeHeader();
     void LoadBasicParams();
     void CheckDataSize();
     std::uint64_t GetDecompressedLineSize() const noexcept {

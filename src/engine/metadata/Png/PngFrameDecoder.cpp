@@ -62,21 +62,11 @@ std::shared_ptr<ColorMap> MakeGrayRamp(std::uint32_t bits) {
 
 // --- Headers
 
-void PngFrameDecoder::Attach(ObjPtr<AbstractReader> pReader) {
-    if (!pReader) {
-        throw ArgumentNullPointerException("pReader");
-    }
-    Detach();
-    m_pReader = std::move(pReader);
+void PngFrameDecoder::ReadHeaders() {
     m_bCrcSkipped = m_bSkipCrcCheck;
-    try {
-        PngDecompressor decompressor(GetReader(), m_bCrcSkipped);
-        decompressor.ReadHeader();
-        LoadBasicParams(decompressor);
-    } catch (...) {
-        Detach();
-        throw;
-    }
+    PngDecompressor decompressor(GetReader(), m_bCrcSkipped);
+    decompressor.ReadHeader();
+    LoadBasicParams(decompressor);
 }
 
 void PngFrameDecoder::Detach() {
@@ -206,11 +196,15 @@ void PngFrameDecoder::DecodeFrameInternal() {
 
 void PngFrameDecoder::DoDecompressPng(PngDecompressor& decompressor) {
     const std::uint32_t passes = decompressor.Start();
-    if (passes == 1) {
-        DecodeLines(decompressor);
-    } else {
+    if (passes != 1) {
         DecodePasses(decompressor, passes);
+        return;
     }
+    FillLines([&](std::uint8_t* pLine, std::uint32_t) {
+        decompressor.ReadLine(pLine);
+        UpdateEvents(1);
+        FinishLine(pLine);
+    });
 }
 
 void PngFrameDecoder::FinishLine(std::uint8_t* pLine) const noexcept {
@@ -218,24 +212,6 @@ void PngFrameDecoder::FinishLine(std::uint8_t* pLine) const noexcept {
         WidenIndices(pLine, m_uintWidth);
     }
     m_indexMap.Apply(pLine, pLine, (std::size_t{m_uintWidth} * PixelFormatSize(m_pixelFormat) + 7) / 8);
-}
-
-void PngFrameDecoder::DecodeLines(PngDecompressor& decompressor) {
-    BitmapData* const pOutput = GetDirectOutput();
-    std::vector<std::uint8_t> line;
-    if (pOutput == nullptr) {
-        line.resize(CheckedStride(m_uintWidth, GetPixelFormat(), BitmapData::StrideAlignment));
-    }
-    for (std::uint32_t row = 0; row < m_uintHeight; ++row) {
-        std::uint8_t* const pLine = pOutput == nullptr ? line.data() : pOutput->GetScanlineRef(row);
-        decompressor.ReadLine(pLine);
-        UpdateEvents(1);
-        FinishLine(pLine);
-        if (pOutput == nullptr) {
-            SetScanline(pLine, row);
-        }
-        UpdateEvents(1);
-    }
 }
 
 void PngFrameDecoder::DecodePasses(PngDecompressor& decompressor, std::uint32_t passes) {

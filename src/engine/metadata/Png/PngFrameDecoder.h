@@ -13,9 +13,6 @@ namespace ImagingFramework {
 /// those of 4 bits.
 class PngFrameDecoder : public IFrameDecoderImpl {
 public:
-    using IFrameDecoderImpl::Attach;
-    /// Fails with `MediaCorruptedException`.
-    void Attach(ObjPtr<AbstractReader> pReader) override;
     void Detach() override;
     double GetResolutionX() const override { return m_resolutionX; }
     double GetResolutionY() const override { return m_resolutionY; }
@@ -27,6 +24,8 @@ public:
     void SetSkipCrcCheck(bool skip) noexcept { m_bSkipCrcCheck = skip; }
 
 protected:
+    /// Fails with `MediaCorruptedException`.
+    void ReadHeaders() override;
     void DecodeFrameInternal() override;
     std::uint64_t GetProgressStepCount() const override;
     const std::vector<std::uint8_t>& GetColorProfileRef() override { return m_profile; }
@@ -38,7 +37,6 @@ private:
     void ReadColorProfile(const PngDecompressor& decompressor);
     std::shared_ptr<ColorMap> ReadColorMap(const PngDecompressor& decompressor) const;
     void DoDecompressPng(PngDecompressor& decompressor);
-    void DecodeLines(PngDecompressor& decompressor);
     void DecodePasses(PngDecompressor& decompressor, std::uint32_t passes);
     void FinishLine(std::uint8_t* pLine) const noexcept;
 

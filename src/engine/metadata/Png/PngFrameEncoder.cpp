@@ -1,5 +1,6 @@
 #include "metadata/Png/PngFrameEncoder.h"
 
+#include "Common/Numeric.h"
 #include "metadata/Frames/PaletteIndexMap.h"
 
 #include <algorithm>
@@ -19,7 +20,7 @@ constexpr std::uint32_t PassCount = 7; ///< of an interlaced frame
 
 std::uint32_t PixelsPerMetre(double dotsPerInch) {
     constexpr double metresPerInch = 0.0254;
-    return static_cast<std::uint32_t>(std::clamp(dotsPerInch / metresPerInch, 0.0, double{PNG_UINT_31_MAX}));
+    return static_cast<std::uint32_t>(std::max(0, TruncateToInt32(dotsPerInch / metresPerInch)));
 }
 
 } // namespace

@@ -3,23 +3,7 @@
 #include "Common/FrameSize.h"
 #include "metadata/Wbmp/WbmpInteger.h"
 
-#include <vector>
-
 namespace ImagingFramework {
-
-void WbmpFrameDecoder::Attach(ObjPtr<AbstractReader> pReader) {
-    if (!pReader) {
-        throw ArgumentNullPointerException("pReader");
-    }
-    Detach();
-    m_pReader = std::move(pReader);
-    try {
-        InitializeWbmp();
-    } catch (...) {
-        Detach();
-        throw;
-    }
-}
 
 void WbmpFrameDecoder::InitializeWbmp() {
     GetReader().Seek(0);
@@ -73,18 +57,8 @@ void WbmpFrameDecoder::DecodeFrameInternal() {
     if (!IsThumbnailMode()) {
         SetResolution();
     }
-    const std::uint64_t rowSize = GetRowSize();
-    BitmapData* const pOutput = GetDirectOutput();
-    std::vector<std::uint8_t> line(pOutput == nullptr ? rowSize : 0);
     GetReader().Seek(static_cast<std::int64_t>(m_uintDataOffset));
-    for (std::uint32_t row = 0; row < m_uintHeight; ++row) {
-        std::uint8_t* const pLine = pOutput == nullptr ? line.data() : pOutput->GetScanlineRef(row);
-        GetReader().ReadBytes(rowSize, pLine, rowSize);
-        if (pOutput == nullptr) {
-            SetScanline(pLine, row);
-        }
-        UpdateEvents(1);
-    }
+    FillLines([this](std::uint8_t* pLine, std::uint32_t) { GetReader().ReadBytes(GetRowSize(), pLine, GetRowSize()); });
 }
 
 } // namespace ImagingFramework

@@ -7,9 +7,6 @@ namespace ImagingFramework {
 /// Decodes the one frame of a wireless bitmap of type 0: a bit for each pixel, black or white.
 class WbmpFrameDecoder : public IFrameDecoderImpl {
 public:
-    using IFrameDecoderImpl::Attach;
-    /// Fails with `MediaCorruptedException`, also where the file is too short for the frame.
-    void Attach(ObjPtr<AbstractReader> pReader) override;
     /// The format has no resolution: always 72.
     double GetResolutionX() const override { return BitmapData::DefaultResolution; }
     double GetResolutionY() const override { return BitmapData::DefaultResolution; }
@@ -17,6 +14,8 @@ public:
     std::shared_ptr<ColorMap> GetColorMap() override;
 
 protected:
+    /// Fails with `MediaCorruptedException`, also where the file is too short for the frame.
+    void ReadHeaders() override { InitializeWbmp(); }
     void DecodeFrameInternal() override;
     void InitializeWbmp();
 

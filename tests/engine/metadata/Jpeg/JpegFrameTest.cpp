@@ -1,5 +1,6 @@
-#include "FaultyStream.h"
 #include "ErrorHandling/Exceptions.h"
+#include "EventsProbe.h"
+#include "FaultyStream.h"
 #include "metadata/Frames/FilterData.h"
 #include "metadata/Jpeg/JpegFrameDecoder.h"
 #include "metadata/Jpeg/JpegFrameEncoder.h"
@@ -80,6 +81,28 @@ TEST(JpegFrame, LinesNeedAFile) {
     EXPECT_EQ(target->GetBytes(), Bytes());
     data->Format = PixelFormat::Format32bppArgb;
     EXPECT_THROW(encoder.Initialize(data), UnsupportedPixelFormatException);
+}
+
+/// Their lines are only taken in when they are written; the coding comes behind the last one.
+TEST(JpegFrame, ProgressiveFilesAreAbortedScanByScan) {
+    class AbortBehindTheLines : public Testing::EventsProbe {
+    public:
+        void OnProgress(std::int32_t step) override {
+            EventsProbe::OnProgress(step);
+            Polls += Steps() == 21 && step == 0 ? 1 : 0;
+            if (Polls == 3) {
+                Abort();
+            }
+        }
+        int Polls = 0;
+    } events;
+    const BitmapData raster = Pattern(PixelFormat::Format24bppRgb);
+    JpegFrameEncoder encoder;
+    encoder.SetProgressive(true);
+    encoder.SetEvents(&events);
+    encoder.Attach(std::make_shared<MemoryStream>(), 0, 0);
+    EXPECT_THROW(encoder.EncodeFrame(raster, 0, 0), AbortedException);
+    EXPECT_EQ(events.Polls, 3);
 }
 
 } // namespace

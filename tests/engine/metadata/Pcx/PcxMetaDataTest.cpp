@@ -1,39 +1,19 @@
 #include "metadata/Pcx/PcxMetaData.h"
 
 #include "EventsProbe.h"
-#include "FaultyStream.h"
+#include "FrameFiles.h"
 #include "PcxBuilder.h"
 #include "metadata/Streams/MemoryReader.h"
 
 #include <gtest/gtest.h>
-#include <memory>
 #include <numeric>
 
 namespace ImagingFramework {
 namespace {
 
-using Bytes = std::vector<std::uint8_t>;
-
-std::unique_ptr<BitmapData> Load(const Bytes& file, PcxMetaData& metaData) {
-    metaData.AttachToRead(std::make_shared<MemoryStream>(file));
-    ItemTag tag(MetaDataId::FrameBitmap);
-    metaData.GetItem(tag);
-    return std::unique_ptr<BitmapData>(static_cast<BitmapData*>(tag));
-}
-
 std::unique_ptr<BitmapData> Load(const PcxBuilder& file) {
     PcxMetaData metaData;
-    return Load(file.Build(), metaData);
-}
-
-Bytes Row(const BitmapData& raster, std::uint32_t row) {
-    return {raster.GetScanlineRef(row), raster.GetScanlineRef(row) + raster.GetRowSize()};
-}
-
-Bytes Entry(const BitmapData& raster, std::uint32_t index) {
-    Bytes entry(3);
-    raster.GetColorMapRef()->GetEntryRgb(index, entry.data());
-    return entry;
+    return LoadFrame(file.Build(), metaData);
 }
 
 /// 1 to 48.
@@ -87,9 +67,9 @@ TEST(PcxMetaData, PlanesAndBits) {
             continue;
         }
         ASSERT_EQ(raster->GetColorMapRef()->GetEntryCount(), one.EntryCount);
-        EXPECT_EQ(Entry(*raster, 1), one.EntryCount == 256 ? (Bytes{84, 254, 1}) : (Bytes{6, 5, 4}));
+        EXPECT_EQ(Entry(*raster, 1), one.EntryCount == 256 ? (Bytes{84, 254, 1, 255}) : (Bytes{6, 5, 4, 255}));
         if (one.EntryCount == 16) {
-            EXPECT_EQ(Entry(*raster, 15), (Bytes{48, 47, 46}));
+            EXPECT_EQ(Entry(*raster, 15), (Bytes{48, 47, 46, 255}));
         }
     }
 }
@@ -191,7 +171,7 @@ TEST(PcxMetaData, Items) {
     Testing::EventsProbe probe;
     const std::int32_t before = probe.Announced();
     metaData.SetEvents(&probe);
-    const auto raster = Load(file.Build(), metaData);
+    const auto raster = LoadFrame(file.Build(), metaData);
     EXPECT_EQ(probe.Announced() - before, 50);
     EXPECT_EQ(probe.Steps(), 50);
     EXPECT_EQ(raster->GetHorizontalResolution(), 300);

@@ -1,33 +1,21 @@
 #include "metadata/Wbmp/WbmpMetaData.h"
 
+#include "FrameFiles.h"
 #include "metadata/Streams/MemoryReader.h"
-#include "metadata/Streams/MemoryStream.h"
 
 #include <gtest/gtest.h>
-#include <memory>
 
 namespace ImagingFramework {
 namespace {
 
-using Bytes = std::vector<std::uint8_t>;
-
 std::unique_ptr<BitmapData> Load(const Bytes& file) {
     WbmpMetaData metaData;
-    metaData.AttachToRead(std::make_shared<MemoryStream>(file));
-    ItemTag tag(MetaDataId::FrameBitmap);
-    metaData.GetItem(tag);
-    return std::unique_ptr<BitmapData>(static_cast<BitmapData*>(tag));
+    return LoadFrame(file, metaData);
 }
 
 Bytes Save(BitmapData& raster) {
-    const auto stream = std::make_shared<MemoryStream>();
     WbmpMetaData metaData;
-    metaData.AttachToWrite(stream);
-    ItemTag tag(MetaDataId::FrameBitmap);
-    tag = &raster;
-    metaData.SetItem(tag);
-    metaData.Close();
-    return stream->TakeBytes();
+    return SaveFrame(raster, metaData, [] {});
 }
 
 BitmapData BlackAndWhite(std::uint32_t width, std::uint32_t height, bool whiteFirst = false) {
@@ -37,10 +25,6 @@ BitmapData BlackAndWhite(std::uint32_t width, std::uint32_t height, bool whiteFi
     map->SetEntryRgb(whiteFirst ? 0 : 1, white);
     raster.SetColorMapRef(map);
     return raster;
-}
-
-Bytes Row(const BitmapData& raster, std::uint32_t row) {
-    return {raster.GetScanlineRef(row), raster.GetScanlineRef(row) + raster.GetRowSize()};
 }
 
 TEST(WbmpMetaData, WritesIntegersInGroupsOfSevenBits) {
@@ -72,8 +56,8 @@ TEST(WbmpMetaData, ReadsBlackAndWhite) {
     EXPECT_EQ(Row(*raster, 1), (Bytes{0x12, 0x80}));
     ASSERT_EQ(raster->GetColorMapRef()->GetEntryCount(), 2U);
     EXPECT_EQ(raster->GetColorMapRef()->GetPixelFormat(), PixelFormat::Format24bppRgb);
-    EXPECT_EQ(raster->GetColorMapRef()->GetEntriesRef()[0], 0);
-    EXPECT_EQ(raster->GetColorMapRef()->GetEntriesRef()[3], 255);
+    EXPECT_EQ(Entry(*raster, 0), (Bytes{0, 0, 0, 255}));
+    EXPECT_EQ(Entry(*raster, 1), (Bytes{255, 255, 255, 255}));
     EXPECT_EQ(raster->GetHorizontalResolution(), 72);
 }
 
@@ -87,7 +71,7 @@ TEST(WbmpMetaData, ZeroIsDarkInTheFile) {
         EXPECT_EQ(file,
                   (Bytes{0, 0, 8, 2, static_cast<std::uint8_t>(0x0F ^ mask), static_cast<std::uint8_t>(0x35 ^ mask)}));
         const auto loaded = Load(file);
-        EXPECT_EQ(loaded->GetColorMapRef()->GetEntriesRef()[0], 0);
+        EXPECT_EQ(Entry(*loaded, 0), (Bytes{0, 0, 0, 255}));
         EXPECT_EQ(loaded->GetScanlineRef(0)[0], 0x0F ^ mask);
     }
     BitmapData red = BlackAndWhite(8, 1);
