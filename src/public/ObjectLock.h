@@ -26,7 +26,6 @@ public:
     bool get_IsDisposed() const noexcept { return m_bDisposed; }
     /// True for the first caller alone, who must call `EndDispose`.
     bool BeginDispose() noexcept { return !m_bDisposing.exchange(true); }
-    bool get_IsDisposing() const noexcept { return m_bDisposing; }
     void EndDispose() noexcept;
 
     /// Runs `lock`, then once and for all `body`; the object counts as disposed whatever they throw in `body`.

@@ -53,8 +53,9 @@ void ThreadMachine::PrepareStart() {
     m_pThreadException = nullptr;
     m_pEventHandlerException = nullptr;
     GetEventsInternal();
-    // A counter that the host has kept may still hold the abort request of its last run.
+    // A counter that the host has kept may still hold the abort request or the pause of its last run.
     m_pInternalEvents->ResetProgress();
+    m_pInternalEvents->SetPause(0);
     RaiseStarting();
     StopTimer(); // a start in a handler of `Stopped` finds the timer of the last run
     m_pLoop = Host::MessageLoop::get_Current();

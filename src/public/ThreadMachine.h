@@ -111,7 +111,8 @@ private:
     /// False when a handler failed; its failure is stored.
     template <class Args>
     bool Fire(Host::Event<Args> ISyncEvents::*pEvent, Args args) noexcept;
-    void FireStoppedEvent();
+    /// `mode` is that of the run; in `Sync` a handler's failure is raised.
+    void FireStoppedEvent(SynchronizationMode mode);
 
     // The counter of the engine
     void GetEventsInternal();

@@ -94,6 +94,8 @@ void ThreadMachine::TimerEventProcessor() {
 
 void ThreadMachine::EndRun() {
     const std::uint64_t run = m_uintRun;
+    // That of the run: from here on a handler may set the mode of the next one.
+    const SynchronizationMode mode = m_enSyncronizationMode;
     m_bRunning = false;
     m_hRunningEvent.Set();
     if (m_bAborted) {
@@ -115,7 +117,7 @@ void ThreadMachine::EndRun() {
             Machine.StopTimer();
         }
     } const finish{*this, run};
-    FireStoppedEvent();
+    FireStoppedEvent(mode);
 }
 
 // --- Events
@@ -136,9 +138,8 @@ bool ThreadMachine::Fire(Host::Event<Args> ISyncEvents::*pEvent, Args args) noex
     return true;
 }
 
-void ThreadMachine::FireStoppedEvent() {
-    if (!Fire(&ISyncEvents::Stopped, ErrorEventArgs(get_Exception())) &&
-        m_enSyncronizationMode == SynchronizationMode::Sync) {
+void ThreadMachine::FireStoppedEvent(SynchronizationMode mode) {
+    if (!Fire(&ISyncEvents::Stopped, ErrorEventArgs(get_Exception())) && mode == SynchronizationMode::Sync) {
         // The one failure of a handler that has a caller to go to.
         std::rethrow_exception(m_pEventHandlerException);
     }

@@ -8,10 +8,8 @@ namespace {
 
 constexpr auto NotImplementedCode = static_cast<std::int32_t>(0x80004001U);
 
-void RefusePalette(bool refused) {
-    if (refused) {
-        throw Exception(NotImplementedCode, "Work with palettes is not implemented by now");
-    }
+[[noreturn]] void RefusePalette() {
+    throw Exception(NotImplementedCode, "Work with palettes is not implemented by now");
 }
 
 } // namespace
@@ -20,27 +18,27 @@ void ColorTreater::TreatForOutside(const Argb32& color, Argb32* pResult, PixelFo
     if (!pResult) {
         throw ArgumentNullPointerException("pResult");
     }
-    Argb32 treated = color;
     switch (m_enColorTreatment) {
     case ColorTreatment::AsIs:
-        RefusePalette(PixelFormatIsIndexed(format));
-        break;
     case ColorTreatment::ExchangeRedBlue:
-        RefusePalette(PixelFormatIsIndexed(format));
+    case ColorTreatment::ClearAlpha:
+        break;
+    case ColorTreatment::PaletteIndex:
+        RefusePalette();
+    default:
+        throw UnexpectedException("ColorTreatment error: m_enColorTreatment has wrong value.");
+    }
+    if (PixelFormatIsIndexed(format)) {
+        RefusePalette();
+    }
+    Argb32 treated = color;
+    if (m_enColorTreatment == ColorTreatment::ExchangeRedBlue) {
         if (!HasFlag(format, PixelFormatFlag::ByteRgb)) {
             throw UnsupportedPixelFormatException();
         }
         std::swap(treated.Blue, treated.Red);
-        break;
-    case ColorTreatment::ClearAlpha:
-        RefusePalette(PixelFormatIsIndexed(format));
+    } else if (m_enColorTreatment == ColorTreatment::ClearAlpha) {
         treated.Alpha = 0;
-        break;
-    case ColorTreatment::PaletteIndex:
-        RefusePalette(true);
-        break;
-    default:
-        throw UnexpectedException("ColorTreatment error: m_enColorTreatment has wrong value.");
     }
     *pResult = treated;
 }

@@ -42,7 +42,11 @@ public:
             }
             return cached;
         }
-        void* const fresh = Map(rounded);
+        void* fresh = Map(rounded);
+        if (fresh == nullptr) {
+            Trim(); // what is kept here may be what the system lacks
+            fresh = Map(rounded);
+        }
         if (fresh != nullptr) {
             Enter(fresh, rounded);
         }

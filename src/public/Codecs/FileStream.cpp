@@ -1,5 +1,7 @@
 #include <Corvane/Rasterloom/Codecs/FileStream.h>
 
+#include "metadata/Streams/FileReplacement.h"
+
 #include <system_error>
 
 namespace Corvane::Rasterloom::Codecs {
@@ -10,6 +12,10 @@ FileStream::~FileStream() {
     } catch (...) {
         // Nobody is left to be told; an explicit `Close` reports.
     }
+}
+
+std::filesystem::path FileStream::FullName() const {
+    return ImagingFramework::AbsoluteName(get_Name());
 }
 
 void FileStream::Close() {
@@ -26,7 +32,7 @@ void FileStream::Release() {
     Host::FileStream::Close();
     if (empty) {
         std::error_code ignored;
-        std::filesystem::remove(get_Name(), ignored);
+        std::filesystem::remove(m_strFullName, ignored);
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "CallOverStream.h"
 #include "Common/EventsMetaHost.h"
+#include "EnumTransforms.h"
 #include "FormatCodecFields.h"
 #include "FrameImpl.h"
 #include "InternalEvents.h"
@@ -124,10 +125,7 @@ void FormatWriter::_ForgetMedia() noexcept {
 std::vector<PixelFormat> FormatWriter::_GetSupportedPixelFormats() {
     std::vector<engine::PixelFormat> list;
     CallEngine([&] { m_pCodec->m_pMetaData->GetSupportedPixelFormats(list); });
-    std::vector<PixelFormat> formats(list.size());
-    std::ranges::transform(list, formats.begin(),
-                           [](engine::PixelFormat format) { return static_cast<PixelFormat>(format); });
-    return formats;
+    return TransformPixelFormats(list);
 }
 
 PixelFormat FormatWriter::_GetClosestPixelFormat(PixelFormat format) {

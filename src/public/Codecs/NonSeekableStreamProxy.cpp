@@ -1,4 +1,5 @@
 #include <Corvane/Rasterloom/Codecs/NonSeekableStreamProxy.h>
+#include <Corvane/Rasterloom/Codecs/StreamUtils.h>
 
 #include "ErrorHandling/Exception.h"
 #include "metadata/Streams/TempFile.h"
@@ -7,7 +8,6 @@
 #include <Corvane/Rasterloom/Host/FileStream.h>
 
 #include <limits>
-#include <vector>
 
 namespace Corvane::Rasterloom::Codecs {
 
@@ -20,13 +20,6 @@ std::unique_ptr<ImagingFramework::TempFile> CreateTempFile() {
         return file;
     } catch (const ImagingFramework::Exception&) {
         throw Host::IOException("Unable to create temporary file.");
-    }
-}
-
-void CopyAll(Host::Stream& source, Host::Stream& target) {
-    std::vector<char> block(std::size_t{1} << 16);
-    while (const std::size_t read = source.Read(block.data(), block.size())) {
-        target.Write(block.data(), read);
     }
 }
 
@@ -46,7 +39,7 @@ NonSeekableStreamProxy::NonSeekableStreamProxy(std::shared_ptr<Host::Stream> str
     m_pTempFile = CreateTempFile();
     m_enMode = ProxyMode::CopiedStream;
     m_pStream = std::make_shared<Host::FileStream>(m_pTempFile->GetFilenameRef(), Host::FileMode::Open);
-    CopyAll(*stream, *m_pStream);
+    StreamUtils::Copy(stream, m_pStream, std::numeric_limits<std::uint64_t>::max()); // to its end
     m_pStream->Seek(0, Host::SeekOrigin::Begin);
 }
 

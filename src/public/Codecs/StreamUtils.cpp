@@ -43,9 +43,13 @@ std::uint64_t StreamUtils::Copy(const std::shared_ptr<Host::Stream>& pSrcStream,
     std::vector<char> block(std::min(count, BlockSize));
     std::uint64_t copied = 0;
     while (copied < count) {
-        const std::size_t read = source.Read(block.data(), std::min(count - copied, BlockSize));
+        const std::uint64_t wanted = std::min(count - copied, BlockSize);
+        const std::size_t read = source.Read(block.data(), wanted);
         if (read == 0) {
             break;
+        }
+        if (read > wanted) {
+            throw Host::IOException("The stream has read more than was asked for.");
         }
         destination.Write(block.data(), read);
         copied += read;

@@ -25,8 +25,7 @@ StreamWrapper::StreamWrapper(std::shared_ptr<Host::Stream> stream) : m_pStream(s
 template <class F>
 bool StreamWrapper::Guard(F&& body) noexcept {
     try {
-        std::forward<F>(body)();
-        return true;
+        return std::forward<F>(body)();
     } catch (...) {
         m_pFailure = std::current_exception();
         return false;
@@ -56,6 +55,7 @@ bool StreamWrapper::Read(void* pBuffer, std::uint64_t size, std::uint64_t* pRead
             }
             read += got;
         }
+        return true;
     });
     if (pRead != nullptr) {
         *pRead = read;
@@ -69,6 +69,7 @@ bool StreamWrapper::Write(const void* pBuffer, std::uint64_t size, std::uint64_t
             throw Host::NotSupportedException("Write method is not supported in the given stream type!");
         }
         m_pStream->Write(pBuffer, size);
+        return true;
     });
     if (pWritten != nullptr) {
         *pWritten = good ? size : 0;
@@ -77,12 +78,11 @@ bool StreamWrapper::Write(const void* pBuffer, std::uint64_t size, std::uint64_t
 }
 
 bool StreamWrapper::Seek(std::int64_t offset, ImagingFramework::SeekOrigin origin, std::uint64_t* pPosition) {
-    const bool seekable = m_pStream->get_CanSeek();
-    if (!seekable && offset == 0 && origin == ImagingFramework::SeekOrigin::Current) {
-        return false; // a question for the position
-    }
     return Guard([&] {
-        if (!seekable) {
+        if (!m_pStream->get_CanSeek()) {
+            if (offset == 0 && origin == ImagingFramework::SeekOrigin::Current) {
+                return false; // a question for the position
+            }
             throw Host::NotSupportedException("Seek method is not supported in the given stream type.");
         }
         if (origin > ImagingFramework::SeekOrigin::End) {
@@ -95,17 +95,21 @@ bool StreamWrapper::Seek(std::int64_t offset, ImagingFramework::SeekOrigin origi
         if (pPosition != nullptr) {
             *pPosition = static_cast<std::uint64_t>(position);
         }
+        return true;
     });
 }
 
 bool StreamWrapper::Stat(std::uint64_t* pSize) {
     return Guard([&] {
-               if (pSize == nullptr) {
-                   throw Host::ArgumentNullException("pstatstg");
-               }
-           }) &&
-           m_pStream->get_CanSeek() &&
-           Guard([&] { *pSize = static_cast<std::uint64_t>(std::max<std::int64_t>(m_pStream->get_Length(), 0)); });
+        if (pSize == nullptr) {
+            throw Host::ArgumentNullException("pstatstg");
+        }
+        if (!m_pStream->get_CanSeek()) {
+            return false;
+        }
+        *pSize = static_cast<std::uint64_t>(std::max<std::int64_t>(m_pStream->get_Length(), 0));
+        return true;
+    });
 }
 
 bool StreamWrapper::SetSize(std::uint64_t size) {
@@ -114,11 +118,15 @@ bool StreamWrapper::SetSize(std::uint64_t size) {
             throw Host::ArgumentOutOfRangeException("size");
         }
         m_pStream->SetLength(static_cast<std::int64_t>(size));
+        return true;
     });
 }
 
 bool StreamWrapper::Commit() {
-    return Guard([&] { m_pStream->Flush(); });
+    return Guard([&] {
+        m_pStream->Flush();
+        return true;
+    });
 }
 
 } // namespace Corvane::Rasterloom::Codecs

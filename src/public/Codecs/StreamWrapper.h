@@ -32,6 +32,7 @@ public:
     void RethrowFailure();
 
 private:
+    /// What `body` returns, or false when it raises, which is kept.
     template <class F>
     bool Guard(F&& body) noexcept;
 

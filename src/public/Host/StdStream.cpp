@@ -74,6 +74,9 @@ std::size_t StdStream::Read(void* buffer, std::size_t size) {
     if (!m_bReadable) {
         throw NotSupportedException("The stream is not open for reading.");
     }
+    if (buffer == nullptr && size != 0) {
+        throw ArgumentNullException("buffer");
+    }
     if (m_bSeekable && m_enSide != Side::Reading) {
         if (m_pBuffer->pubseekpos(m_intPosition, std::ios_base::in) == NoPosition) {
             return 0; // some buffers refuse to stand beyond their end
@@ -104,6 +107,9 @@ void StdStream::Write(const void* buffer, std::size_t size) {
     CheckOpen();
     if (!m_bWritable) {
         throw NotSupportedException("The stream is not open for writing.");
+    }
+    if (buffer == nullptr && size != 0) {
+        throw ArgumentNullException("buffer");
     }
     if (m_bSeekable && m_enSide != Side::Writing) {
         if (m_pBuffer->pubseekpos(m_intPosition, std::ios_base::out) == NoPosition) {

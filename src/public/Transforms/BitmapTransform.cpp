@@ -2,6 +2,7 @@
 
 #include "CallEngine.h"
 #include "Common/BitmapData.h"
+#include "EnumTransforms.h"
 #include "ObjectGuard.h"
 #include "Validator.h"
 #include "transforms/Transform.h"
@@ -64,9 +65,7 @@ std::vector<PixelFormat> BitmapTransform::get_SupportedPixelFormats() {
     const ObjectGuard guard(*this);
     std::vector<engine::PixelFormat> list;
     _GetEngineFormatSupport().GetSupportedPixelFormats(list);
-    std::vector<PixelFormat> formats(list.size());
-    std::ranges::transform(list, formats.begin(), [](engine::PixelFormat format) { return static_cast<PixelFormat>(format); });
-    return formats;
+    return TransformPixelFormats(list);
 }
 
 bool BitmapTransform::IsPixelFormatSupported(PixelFormat format) {

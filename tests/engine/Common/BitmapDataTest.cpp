@@ -10,14 +10,11 @@
 namespace ImagingFramework {
 namespace {
 
-TEST(BitmapData, StartsZeroedOnFourByteRows) {
+TEST(BitmapData, RowsStartOnFourBytes) {
     const BitmapData tiny(1, 1, PixelFormat::Format1bppIndexed);
     EXPECT_EQ(tiny.GetStride(), 4U);
     const BitmapData raster(5, 3, PixelFormat::Format24bppRgb);
     ASSERT_EQ(raster.GetStride(), 16U);
-    for (std::uint32_t i = 0; i < 48; ++i) {
-        EXPECT_EQ(raster.GetPixelsRef()[i], 0);
-    }
     EXPECT_EQ(raster.GetScanlineRef(2), raster.GetPixelsRef() + 32);
     EXPECT_THROW(raster.GetScanlineRef(3), ArgumentException);
     EXPECT_DOUBLE_EQ(raster.GetHorizontalResolution(), 72.0);

@@ -1,6 +1,7 @@
 #include "Common/EventsMetaHost.h"
 
 #include "ErrorHandling/Exceptions.h"
+#include "EventsProbe.h"
 
 #include <chrono>
 #include <gtest/gtest.h>
@@ -10,15 +11,7 @@
 namespace ImagingFramework {
 namespace {
 
-class RealEvents : public IInternalEventsImpl {
-public:
-    void Abort() { m_bAbort = true; }
-    std::int32_t Current() const {
-        std::int32_t value = 0;
-        GetProgressCurValue(&value);
-        return value;
-    }
-};
+using Testing::EventsProbe;
 
 /// A worker as an engine loop sees itself.
 IInternalEventsHostImpl MakeWorker(EventsMetaHost& host, std::size_t index, std::int32_t steps) {
@@ -29,7 +22,7 @@ IInternalEventsHostImpl MakeWorker(EventsMetaHost& host, std::size_t index, std:
 }
 
 TEST(EventsMetaHost, WeightsMergeIntoOneValue) {
-    RealEvents events;
+    EventsProbe events;
     EventsMetaHost host({1, 3}, {}, 100);
     host.SetEvents(&events);
     auto light = MakeWorker(host, 0, 10);
@@ -52,7 +45,7 @@ TEST(EventsMetaHost, WeightsMergeIntoOneValue) {
 }
 
 TEST(EventsMetaHost, SilentWorkersNeitherReportNorRaise) {
-    RealEvents events;
+    EventsProbe events;
     EventsMetaHost host({1, 1}, {1}, 100);
     host.SetEvents(&events);
     auto loud = MakeWorker(host, 0, 10);
@@ -67,7 +60,7 @@ TEST(EventsMetaHost, SilentWorkersNeitherReportNorRaise) {
 }
 
 TEST(EventsMetaHost, EveryFailureInReportingIsAnAbort) {
-    RealEvents events;
+    EventsProbe events;
     EventsMetaHost host({1}, {}, 10);
     host.SetTimeout(1);
     host.SetEvents(&events);
@@ -79,7 +72,7 @@ TEST(EventsMetaHost, EveryFailureInReportingIsAnAbort) {
 }
 
 TEST(EventsMetaHostThreading, WorkersReportAtOnce) {
-    RealEvents events;
+    EventsProbe events;
     EventsMetaHost host({1, 1, 1, 1}, {3}, 1000);
     host.SetEvents(&events);
     std::vector<std::thread> threads;

@@ -1,6 +1,7 @@
 #include "Common/InternalEvents.h"
 
 #include "ErrorHandling/Exceptions.h"
+#include "EventsProbe.h"
 #include "Throws.h"
 
 #include <chrono>
@@ -11,31 +12,10 @@
 namespace ImagingFramework {
 namespace {
 
-/// Counts how often the visible value moved, and can be aborted.
-class WatchedEvents : public IInternalEventsImpl {
-public:
-    void OnProgress(std::int32_t step) override {
-        IInternalEventsImpl::OnProgress(step);
-        Changes += m_bProgressChanged ? 1 : 0;
-    }
-    void Abort() { m_bAbort = true; }
-    bool Changed() const { return m_bProgressChanged; }
-    std::int32_t Current() const {
-        std::int32_t value = 0;
-        GetProgressCurValue(&value);
-        return value;
-    }
-    bool IsAborted() const {
-        std::uint16_t flag = 1;
-        CheckAbort(&flag);
-        return flag == EventsTrue;
-    }
-
-    int Changes = 0;
-};
+using Testing::EventsProbe;
 
 TEST(InternalEvents, StepsStopAtTheEndsAndReportWhatMoved) {
-    WatchedEvents events;
+    EventsProbe events;
     events.SetProgressMaxValue(10);
     events.OnProgress(4);
     EXPECT_EQ(events.Current(), 4);
@@ -49,7 +29,7 @@ TEST(InternalEvents, StepsStopAtTheEndsAndReportWhatMoved) {
     events.OnProgress(-100);
     EXPECT_EQ(events.Current(), 0);
 
-    WatchedEvents empty; // minimum = maximum: the first step shows, and nothing is divided
+    EventsProbe empty; // minimum = maximum: the first step shows, and nothing is divided
     empty.SetProgressUserMode(1);
     empty.OnProgress(1);
     EXPECT_TRUE(empty.Changed());
@@ -57,7 +37,7 @@ TEST(InternalEvents, StepsStopAtTheEndsAndReportWhatMoved) {
 }
 
 TEST(InternalEvents, UserUnitsReportOnlyVisibleMoves) {
-    WatchedEvents events;
+    EventsProbe events;
     events.SetUserProgressMaxValue(200);
     events.SetProgressUserMode(1);
     events.SetProgressMaxValue(1000);
@@ -68,14 +48,16 @@ TEST(InternalEvents, UserUnitsReportOnlyVisibleMoves) {
         }
     }
     // The first step, and each of the moves to 1..200.
-    EXPECT_EQ(events.Changes, 201);
+    EXPECT_EQ(events.Changes(), 201);
     EXPECT_EQ(events.Current(), 200);
 }
 
 TEST(InternalEvents, SettingABoundClearsAbortAndSwapsReversedPairs) {
-    WatchedEvents events;
+    EventsProbe events;
     events.Abort();
-    EXPECT_TRUE(events.IsAborted());
+    std::uint16_t flag = 0;
+    events.CheckAbort(&flag);
+    EXPECT_EQ(flag, EventsTrue);
     events.SetUserProgressMinValue(300);
     EXPECT_FALSE(events.IsAborted());
     std::int32_t value = 0;
@@ -89,7 +71,7 @@ TEST(InternalEvents, SettingABoundClearsAbortAndSwapsReversedPairs) {
 }
 
 TEST(InternalEvents, OperationsInARowFormOneRange) {
-    WatchedEvents events;
+    EventsProbe events;
     IInternalEventsHostImpl host;
     host.SetEvents(&events);
     std::int32_t minimum = -1;
@@ -109,7 +91,7 @@ TEST(InternalEvents, OperationsInARowFormOneRange) {
 }
 
 TEST(InternalEvents, TimeoutsNeedEvents) {
-    WatchedEvents events;
+    EventsProbe events;
     IInternalEventsHostImpl host;
     host.SetTimeout(1);
     host.ResetProgress(10);
@@ -123,7 +105,7 @@ TEST(InternalEvents, TimeoutsNeedEvents) {
 }
 
 TEST(InternalEvents, ReporterSwallowsStepsBeyondItsNumber) {
-    WatchedEvents events;
+    EventsProbe events;
     ProgressReporter reporter;
     reporter.SetEvents(&events);
     reporter.SetMaximumStepCount(10);
@@ -134,7 +116,7 @@ TEST(InternalEvents, ReporterSwallowsStepsBeyondItsNumber) {
 }
 
 TEST(InternalEventsThreading, APausedWorkerSleepsThenAborts) {
-    WatchedEvents events;
+    EventsProbe events;
     IInternalEventsHostImpl host;
     host.SetEvents(&events);
     host.ResetProgress(1'000'000);

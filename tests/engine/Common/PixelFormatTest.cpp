@@ -58,6 +58,7 @@ TEST(Numeric, RoundsHalvesUpAndChecksTheRange) {
     EXPECT_EQ(Round(1.5), 2);
     EXPECT_EQ(Round(2.5), 3);
     EXPECT_EQ(Round(-0.5), 0);
+    EXPECT_EQ(Round(2147483647.4), 2147483647);
     EXPECT_THROW(Round(2147483647.5), OverflowException);
     EXPECT_THROW(Round(std::nan("")), OverflowException);
     EXPECT_EQ(TruncateToInt32(-1.9), -1);

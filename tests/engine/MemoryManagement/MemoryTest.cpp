@@ -4,8 +4,11 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <fstream>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <thread>
+#include <unistd.h>
 #include <vector>
 
 namespace ImagingFramework {
@@ -22,6 +25,23 @@ TEST(Memory, LargeBlocksAreAlignedAndReusedOnesAreZeroed) {
     FreeMemory(second);
     TrimMemoryCache();
     FreeMemory(nullptr);
+}
+
+TEST(Memory, KeptBlocksAreGivenUpBeforeAnAllocationFails) {
+    constexpr std::size_t block = std::size_t{200} << 20;
+    std::size_t pages = 0;
+    std::ifstream("/proc/self/statm") >> pages;
+    struct rlimit unlimited {};
+    ASSERT_EQ(::getrlimit(RLIMIT_AS, &unlimited), 0);
+    struct rlimit limit = unlimited;
+    limit.rlim_cur = pages * static_cast<std::size_t>(::sysconf(_SC_PAGESIZE)) + block + block / 2;
+    ASSERT_EQ(::setrlimit(RLIMIT_AS, &limit), 0);
+    FreeMemory(AllocMemory(block)); // stays in the cache, and does not fit what comes next
+    void* larger = nullptr;
+    EXPECT_NO_THROW(larger = AllocMemory(block + block / 4));
+    ::setrlimit(RLIMIT_AS, &unlimited);
+    FreeMemory(larger);
+    TrimMemoryCache();
 }
 
 TEST(Memory, ImpossibleSizesFail) {

@@ -31,7 +31,12 @@ public:
 
     bool get_CanRead() const override { return Readable && Host::MemoryStream::get_CanRead(); }
     bool get_CanWrite() const override { return Writable && Host::MemoryStream::get_CanWrite(); }
-    bool get_CanSeek() const override { return Seekable && Host::MemoryStream::get_CanSeek(); }
+    bool get_CanSeek() const override {
+        if (Fails) {
+            throw HostFailure{8};
+        }
+        return Seekable && Host::MemoryStream::get_CanSeek();
+    }
     std::size_t Read(void* buffer, std::size_t size) override {
         if (Fails) {
             throw HostFailure{7};
@@ -79,6 +84,8 @@ TEST(StreamWrapper, KeepsTheHostsFailure) {
     const auto wrapper = std::make_shared<StreamWrapper>(stream);
     Engine::StreamReader reader(wrapper, 16);
     stream->Fails = true;
+    std::uint64_t value = 0;
+    EXPECT_FALSE(wrapper->Stat(&value) || wrapper->Seek(0, Engine::SeekOrigin::Current, &value));
     EXPECT_THROW(reader.ReadBytes(50), Engine::StreamReadException);
     try {
         wrapper->RethrowFailure();

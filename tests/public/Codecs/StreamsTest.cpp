@@ -29,9 +29,13 @@ public:
         if (Fails) {
             throw Host::IOException("broken pipe");
         }
+        if (Boasts) {
+            return size + 1;
+        }
         return Host::MemoryStream::Read(buffer, std::min<std::size_t>(size, 7));
     }
     bool Fails = false;
+    bool Boasts = false; ///< tells more bytes than there was room for
 };
 
 std::vector<std::uint8_t> Bytes(std::size_t count) {
@@ -82,6 +86,9 @@ TEST_F(CodecStreams, ProxyCopiesAStreamThatDoesNot) {
     EXPECT_TRUE(Names().empty());
     const auto broken = std::make_shared<PipeStream>(bytes);
     broken->Fails = true;
+    EXPECT_EQ(ThrownText<Host::IOException>([&] { NonSeekableStreamProxy proxy(broken); }), "broken pipe");
+    broken->Fails = false;
+    broken->Boasts = true;
     EXPECT_THROW(NonSeekableStreamProxy proxy(broken), Host::IOException);
     EXPECT_TRUE(Names().empty());
     ::setenv("TMPDIR", "/nowhere/at/all", 1);
@@ -101,7 +108,10 @@ TEST_F(CodecStreams, FileStreamLeavesNoEmptyFile) {
     }
     EXPECT_FALSE(fs::exists(name));
     {
-        FileStream stream(name, Host::FileMode::Create);
+        const fs::path before = fs::current_path();
+        fs::current_path(m_folder);
+        FileStream stream("file", Host::FileMode::Create);
+        fs::current_path(before); // the name still means the same file
         stream.Close();
         EXPECT_FALSE(fs::exists(name));
         FileStream other(name, Host::FileMode::Create);

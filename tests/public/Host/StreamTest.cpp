@@ -40,6 +40,12 @@ void CheckFullStream(Stream& stream) {
     EXPECT_EQ(stream.get_Length(), 14);
     stream.set_Position(0);
     EXPECT_EQ(ReadAll(stream), std::string("Jello world\0\0!", 14));
+    stream.Write(nullptr, 0);
+    EXPECT_EQ(stream.Read(nullptr, 0), 0U);
+    EXPECT_THROW(stream.Write(nullptr, 1), ArgumentNullException);
+    stream.set_Position(0);
+    EXPECT_THROW(stream.Read(nullptr, 1), ArgumentNullException);
+    stream.set_Position(14);
     EXPECT_THROW(stream.Seek(-1, SeekOrigin::Begin), IOException);
     EXPECT_THROW(stream.Seek(1, static_cast<SeekOrigin>(7)), IOException);
     EXPECT_EQ(stream.get_Position(), 14);

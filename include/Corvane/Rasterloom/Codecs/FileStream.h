@@ -14,8 +14,11 @@ public:
     void Close() override;
 
 private:
+    std::filesystem::path FullName() const;
     void Release();
 
+    /// Stays right when the process changes its working folder.
+    std::filesystem::path m_strFullName = FullName();
     bool m_bReleased = false;
 };
 

@@ -9,7 +9,8 @@ namespace Corvane::Rasterloom::Codecs {
 
 /// Copies between streams and memory. Every form gives the number of bytes that were copied, which is smaller than
 /// `count` when the source ends before. A count of 0 does nothing. Failures: `ArgumentNullException` ("pSrcStream",
-/// "pDestStream", "pSrcBuffer", "pDestBuffer"), `NotSupportedException` for a stream that cannot do its part.
+/// "pDestStream", "pSrcBuffer", "pDestBuffer"), `NotSupportedException` for a stream that cannot do its part, and whatever
+/// the streams raise.
 class RASTERLOOM_API StreamUtils {
 public:
     StreamUtils() = delete;

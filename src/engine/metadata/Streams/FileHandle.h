@@ -25,7 +25,6 @@ public:
     int Open(const std::filesystem::path& name, int flags, std::uint32_t mode = 0666);
     int Close() noexcept;
     bool IsOpen() const { return m_hFile >= 0; }
-    int GetNative() const { return m_hFile; }
     /// False for pipes, terminals and their like.
     bool IsSeekable() const { return m_bSeekable; }
 

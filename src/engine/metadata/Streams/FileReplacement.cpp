@@ -18,6 +18,12 @@ namespace ImagingFramework {
 
 namespace fs = std::filesystem;
 
+fs::path AbsoluteName(const fs::path& name) {
+    std::error_code error;
+    fs::path absolute = fs::absolute(name, error);
+    return error ? name : absolute;
+}
+
 fs::path FollowLinks(const fs::path& name) {
     constexpr int depthLimit = 40; // as the system's own
     fs::path current = name;

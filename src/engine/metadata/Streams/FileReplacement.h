@@ -5,6 +5,9 @@
 
 namespace ImagingFramework {
 
+/// The name that stays right when the process changes its working folder; the name itself where there is no such folder.
+std::filesystem::path AbsoluteName(const std::filesystem::path& name);
+
 /// The file that a chain of symbolic links leads to, whether it exists or not; the name itself when it is no link.
 std::filesystem::path FollowLinks(const std::filesystem::path& name);
 

@@ -25,7 +25,7 @@ constexpr std::int32_t PathNotFoundCode = 3;
 } // namespace
 
 FileStream::FileStream(const std::filesystem::path& fileName, FileStreamFlags flags)
-    : m_strFileName(fileName), m_strTarget(fileName), m_enFlags(flags) {
+    : m_strFileName(fileName), m_strTarget(AbsoluteName(fileName)), m_enFlags(flags) {
     if (fileName.empty()) {
         throw ArgumentNullPointerException("strFileName");
     }
@@ -43,14 +43,13 @@ FileStream::~FileStream() {
         // Nobody is left to be told; an explicit `Close` reports.
     }
     if (Has(FileStreamFlags::DeleteOnRelease)) {
-        ::unlink(m_strFileName.c_str());
+        ::unlink(m_strTarget.c_str());
     }
 }
 
 void FileStream::FailToOpen(int error) const {
     const std::string text = fmt::format("Unable to open file '{}'.", m_strFileName.string());
-    const std::filesystem::path folder = m_strTarget.parent_path();
-    if (error == ENOENT && !folder.empty() && ::access(folder.c_str(), F_OK) != 0) {
+    if (error == ENOENT && ::access(m_strTarget.parent_path().c_str(), F_OK) != 0) {
         ThrowWin32Exception(PathNotFoundCode, text);
     }
     ThrowSystemError(error, text);
@@ -87,11 +86,8 @@ void FileStream::OpenTemporary() {
     m_bOrdinaryTarget = !exists || S_ISREG(status.st_mode);
     std::filesystem::path folder; // that of the system
     if (m_bOrdinaryTarget) {
-        m_strTarget = FollowLinks(m_strFileName);
+        m_strTarget = FollowLinks(m_strTarget);
         folder = m_strTarget.parent_path();
-        if (folder.empty()) {
-            folder = ".";
-        }
         if (::access(folder.c_str(), F_OK) != 0) {
             FailToOpen(errno);
         }
@@ -115,32 +111,33 @@ bool FileStream::WriteGathered() {
 bool FileStream::Read(void* pBuffer, std::uint64_t size, std::uint64_t* pRead) {
     std::uint64_t read = 0;
     const bool good =
-        m_hFile.IsOpen() && pBuffer != nullptr && WriteGathered() && m_hFile.Read(pBuffer, size, read) == 0;
+        IsUsable(pBuffer, size) && (size == 0 || (WriteGathered() && m_hFile.Read(pBuffer, size, read) == 0));
     if (pRead != nullptr) {
         *pRead = read;
     }
     return good;
 }
 
+bool FileStream::Put(const void* pBuffer, std::uint64_t size, std::uint64_t& written) {
+    const bool gathers = m_pTempFile != nullptr && size < DirectSize;
+    if ((!gathers || m_uintGathered + size > GatherSize) && !WriteGathered()) {
+        return false;
+    }
+    if (gathers) {
+        m_gathered.AllocateSize(m_gathered ? 0 : GatherSize);
+        std::memcpy(m_gathered.Get() + m_uintGathered, pBuffer, size);
+        m_uintGathered += size;
+        written = size;
+        return true;
+    }
+    const int error = m_hFile.Write(pBuffer, size, written);
+    m_intWriteError = m_intWriteError != 0 ? m_intWriteError : error;
+    return error == 0;
+}
+
 bool FileStream::Write(const void* pBuffer, std::uint64_t size, std::uint64_t* pWritten) {
     std::uint64_t written = 0;
-    bool good = m_hFile.IsOpen() && pBuffer != nullptr;
-    if (good && CanGather() && size < DirectSize) {
-        good = m_uintGathered + size <= GatherSize || WriteGathered();
-        if (good) {
-            m_gathered.AllocateSize(m_gathered ? 0 : GatherSize);
-            std::memcpy(m_gathered.Get() + m_uintGathered, pBuffer, size);
-            m_uintGathered += size;
-            written = size;
-        }
-    } else if (good) {
-        good = WriteGathered();
-        const int error = good ? m_hFile.Write(pBuffer, size, written) : 0;
-        if (error != 0) {
-            m_intWriteError = m_intWriteError != 0 ? m_intWriteError : error;
-            good = false;
-        }
-    }
+    const bool good = IsUsable(pBuffer, size) && (size == 0 || Put(pBuffer, size, written));
     if (pWritten != nullptr) {
         *pWritten = written;
     }
@@ -209,7 +206,7 @@ void FileStream::Close() {
     error = m_intWriteError != 0 ? m_intWriteError : error;
     if (m_pTempFile == nullptr) {
         if (empty) {
-            ::unlink(m_strFileName.c_str());
+            ::unlink(m_strTarget.c_str());
         }
     } else {
         if (error == 0 && m_bCompleted && !empty) {

@@ -20,7 +20,7 @@ enum class FileStreamFlags : std::uint32_t {
     /// What is written goes to a temporary file beside the target, which replaces it on close if `SetCompleted` was
     /// called.
     WriteThroughTemporaryFile = 16,
-    CopyFolderSecurity = 32, ///< a new file takes the mode that its folder and the process give to new files
+    CopyFolderSecurity = 32, ///< a new file takes the mode that the process gives to new files, as it does without
     DeleteOnRelease = 64,    ///< the file is deleted by the destructor
     Decoder = Read,
     Encoder = Write | Create | DeleteWhenEmpty | WriteThroughTemporaryFile | CopyFolderSecurity,
@@ -54,7 +54,6 @@ public:
 
     /// Says that the file is whole, so that `Close` may replace the target.
     void SetCompleted(bool value) { m_bCompleted = value; }
-    bool IsCompleted() const { return m_bCompleted; }
     /// Puts the file in its place as the flags tell; may be repeated. Fails with the system's failures and "Unable to
     /// save data to file '...'."; the target is then as it was and the temporary file is gone.
     void Close();
@@ -67,12 +66,17 @@ private:
     void OpenTemporary();
     [[noreturn]] void FailToOpen(int error) const;
     int SaveTemporary();
+    /// Gathers the bytes, or writes them.
+    bool Put(const void* pBuffer, std::uint64_t size, std::uint64_t& written);
     /// Gives the gathered bytes to the temporary file.
     bool WriteGathered();
-    bool CanGather() const { return m_pTempFile != nullptr; }
+    /// Whether there is a file, and a buffer for `size` bytes; for none it may be null.
+    bool IsUsable(const void* pBuffer, std::uint64_t size) const {
+        return m_hFile.IsOpen() && (pBuffer != nullptr || size == 0);
+    }
 
     std::filesystem::path m_strFileName;
-    std::filesystem::path m_strTarget; ///< the file that a symbolic link leads to
+    std::filesystem::path m_strTarget; ///< its absolute name; to be replaced, the file that a symbolic link leads to
     FileStreamFlags m_enFlags;
     bool m_bCompleted = false;
     bool m_bOrdinaryTarget = true;
