@@ -224,10 +224,6 @@ TEST(RotateTransform, AnglesThatAreNoneAndMisuse) {
     const BitmapData wide(100000, 1, PixelFormat::Format8bppGrayScale);
     transform.SetAngle(45);
     EXPECT_THROW(transform.ApplyTransform(&wide, nullptr, result), OverflowException);
-    EventsProbe stop(3);
-    transform.SetEvents(&stop);
-    EXPECT_THROW(transform.ApplyTransform(&source, nullptr, result), AbortedException);
-    EXPECT_EQ(result, nullptr);
     EventsProbe probe;
     transform.SetEvents(&probe);
     transform.ApplyTransform(&source, nullptr, result);
