@@ -225,17 +225,20 @@ void DrawQuantizers() {
 void DrawDithering() {
     const auto lake = Lake(200);
     Sheet sheet(s_letters, 6, 200, 133);
-    for (const auto& [bits, heading] : {std::pair{4, "To 16 colours of its own"}, std::pair{1, "To black and white"}}) {
+    const auto addAll = [&](const std::string& heading, PixelFormat format, ColorPaletteType palette) {
         sheet.AddHeading(heading);
         for (const auto& dithering : EnumNames<DitheringType>()) {
-            Transforms::PixelFormatConverter converter(bits == 1 ? PixelFormat::Format1bppIndexed
-                                                                 : PixelFormat::Format4bppIndexed);
+            Transforms::PixelFormatConverter converter(format);
             converter.set_Dithering(dithering.Value);
+            converter.set_PaletteType(palette);
             const auto indexed = lake->Clone();
             converter.ApplyTransform(*indexed);
             sheet.Add(*indexed, std::string(dithering.Name));
         }
-    }
+    };
+    addAll("To 16 colours of its own", PixelFormat::Format4bppIndexed, ColorPaletteType::Adaptive);
+    addAll("To the web-safe palette", PixelFormat::Format8bppIndexed, ColorPaletteType::WebSafe);
+    addAll("To black and white", PixelFormat::Format1bppIndexed, ColorPaletteType::Adaptive);
     sheet.Save(s_out / "dithering.png");
 }
 

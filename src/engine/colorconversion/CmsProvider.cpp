@@ -26,6 +26,15 @@ void Answer(std::string* pResult, const char* name, const std::string& profileNa
 
 } // namespace
 
+void CmsProvider::CheckScanline(const std::uint8_t* pSrcBuffer, const std::uint8_t* pDestBuffer, std::uint32_t pixelCount) {
+    if (pSrcBuffer == nullptr || pDestBuffer == nullptr) {
+        throw ArgumentNullPointerException(pSrcBuffer == nullptr ? "pSrcBuffer" : "pDestBuffer");
+    }
+    if (pixelCount == 0) {
+        throw ArgumentOutOfRangeException("uintPixelCount");
+    }
+}
+
 std::uint32_t CmsProvider::GetDeviceClass(const std::string& profileName) {
     return LcmsProfile(profileName).GetDeviceClass();
 }

@@ -53,6 +53,10 @@ public:
     static void GetColorProfilesDirectory(std::string* pstrPath);
     /// The system's sRGB profile, or one that the library made for this process. Fails as `GetColorProfilesDirectory`.
     static void GetSRgbFilePath(std::string* pstrPath);
+
+protected:
+    /// The first checks of `TransformScanline`: its pointers and the count.
+    static void CheckScanline(const std::uint8_t* pSrcBuffer, const std::uint8_t* pDestBuffer, std::uint32_t pixelCount);
 };
 
 /// A new provider of `engine`, without profiles. Never null.

@@ -2,8 +2,6 @@
 
 #include "colorconversion/SpreadBits.h"
 
-#include <new>
-
 namespace ImagingFramework {
 
 namespace {
@@ -26,27 +24,13 @@ void HexadecimalTreeQuantizer::Open(std::uint32_t bits, bool withAlpha, std::uin
 
 void HexadecimalTreeQuantizer::Reset() {
     m_uintLeafCount = 0;
-    m_freeNodes.clear();
     m_innerNodes.fill(0);
-    m_nodes.clear();
-    m_nodes.reserve(PoolSize);
-    m_nodes.emplace_back();
+    m_nodes.Reset(PoolSize);
 }
 
 /// There are never more nodes than 6 levels below the root for each of 257 leaves, so their numbers fit.
 HexadecimalTreeQuantizer::NodeNumber HexadecimalTreeQuantizer::CreateChild(std::uint32_t level) {
-    auto number = static_cast<NodeNumber>(m_nodes.size());
-    if (m_freeNodes.empty()) {
-        try {
-            m_nodes.emplace_back();
-        } catch (const std::bad_alloc&) {
-            throw MemoryException();
-        }
-    } else {
-        number = m_freeNodes.back();
-        m_freeNodes.pop_back();
-        m_nodes[number] = Node();
-    }
+    const NodeNumber number = m_nodes.Take();
     Node& node = m_nodes[number];
     if (level + 1 == LevelCount) {
         node.IsLeaf = true;
@@ -120,7 +104,7 @@ bool HexadecimalTreeQuantizer::ReduceTree() {
         node.Red += child.Red;
         node.Green += child.Green;
         node.Blue += child.Blue;
-        m_freeNodes.push_back(number);
+        m_nodes.GiveBack(number);
         number = 0;
         --m_uintLeafCount;
     }
@@ -132,7 +116,7 @@ bool HexadecimalTreeQuantizer::ReduceTree() {
 void HexadecimalTreeQuantizer::FillPalette() {
     m_palette.Create(m_uintLeafCount, GetPaletteFormat());
     m_uintFilledEntryCount = 0;
-    FillFromNode(m_nodes.front());
+    FillFromNode(m_nodes[0]);
 }
 
 /// Every leaf has got at least the colour that it was made for.

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "colorconversion/ColorQuantizer.h"
+#include "colorconversion/ColorTreePool.h"
 
 #include <array>
 #include <cstdint>
-#include <vector>
 
 namespace ImagingFramework {
 
@@ -54,8 +54,7 @@ private:
     void FillFromNode(const Node& node);
 
     std::uint32_t m_uintLeafCount = 0;
-    std::vector<Node> m_nodes;
-    std::vector<NodeNumber> m_freeNodes;
+    ColorTreePool<Node> m_nodes;
     std::array<NodeNumber, LevelCount> m_innerNodes{}; ///< below each level, the youngest first; the root is in none
 };
 

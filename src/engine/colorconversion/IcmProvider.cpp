@@ -30,12 +30,7 @@ bool IcmProvider::IsFormatSupported(PixelFormat format) const {
 void IcmProvider::TransformScanline(const std::uint8_t* pSrcBuffer, PixelFormat sourceFormat,
                                     std::uint8_t* pDestBuffer, PixelFormat destinationFormat,
                                     std::uint32_t pixelCount) {
-    if (pSrcBuffer == nullptr || pDestBuffer == nullptr) {
-        throw ArgumentNullPointerException(pSrcBuffer == nullptr ? "pSrcBuffer" : "pDestBuffer");
-    }
-    if (pixelCount == 0) {
-        throw ArgumentOutOfRangeException("uintPixelCount");
-    }
+    CheckScanline(pSrcBuffer, pDestBuffer, pixelCount);
     if (!IsFormatSupported(sourceFormat) || !IsFormatSupported(destinationFormat)) {
         throw UnsupportedPixelFormatException();
     }

@@ -173,12 +173,7 @@ void LcmsProvider::FillUpDestinationScanline(const std::uint8_t* pSrcBuffer, Pix
 void LcmsProvider::TransformScanline(const std::uint8_t* pSrcBuffer, PixelFormat sourceFormat,
                                      std::uint8_t* pDestBuffer, PixelFormat destinationFormat,
                                      std::uint32_t pixelCount) {
-    if (pSrcBuffer == nullptr || pDestBuffer == nullptr) {
-        throw ArgumentNullPointerException(pSrcBuffer == nullptr ? "pSrcBuffer" : "pDestBuffer");
-    }
-    if (pixelCount == 0) {
-        throw ArgumentOutOfRangeException("uintPixelCount");
-    }
+    CheckScanline(pSrcBuffer, pDestBuffer, pixelCount);
     CreateColorTransformHandle(TransformPixelFormatToLcmsPixelFormat(sourceFormat),
                                TransformPixelFormatToLcmsPixelFormat(destinationFormat));
     const bool hasAlpha = PixelFormatHasAlpha(destinationFormat);

@@ -2,8 +2,6 @@
 
 #include "colorconversion/SpreadBits.h"
 
-#include <new>
-
 namespace ImagingFramework {
 
 namespace {
@@ -24,26 +22,14 @@ void OctreeColorQuantizer::Open(std::uint32_t bits, bool withAlpha, std::uint32_
 
 void OctreeColorQuantizer::Reset() {
     m_uintLeafCount = 0;
-    m_nodes.assign(1, Node());
-    m_freeNodes.clear();
+    m_nodes.Reset(1);
     m_root = 0;
     m_reducible.fill(0);
 }
 
 /// There are never more nodes than 8 levels above each of 257 leaves, so their numbers fit.
 OctreeColorQuantizer::NodeNumber OctreeColorQuantizer::CreateNode(std::uint32_t level) {
-    auto number = static_cast<NodeNumber>(m_nodes.size());
-    if (m_freeNodes.empty()) {
-        try {
-            m_nodes.emplace_back();
-        } catch (const std::bad_alloc&) {
-            throw MemoryException();
-        }
-    } else {
-        number = m_freeNodes.back();
-        m_freeNodes.pop_back();
-        m_nodes[number] = Node();
-    }
+    const NodeNumber number = m_nodes.Take();
     Node& node = m_nodes[number];
     if (level == m_uintBits) {
         node.IsLeaf = true;
@@ -97,7 +83,7 @@ void OctreeColorQuantizer::OctreeReduceTree() {
         node.Red += child.Red;
         node.Green += child.Green;
         node.Blue += child.Blue;
-        m_freeNodes.push_back(number);
+        m_nodes.GiveBack(number);
         number = 0;
         --m_uintLeafCount;
     }

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "colorconversion/ColorQuantizer.h"
+#include "colorconversion/ColorTreePool.h"
 
 #include <array>
 #include <cstdint>
-#include <vector>
 
 namespace ImagingFramework {
 
@@ -46,8 +46,7 @@ private:
     void FillFromNode(NodeNumber number);
 
     std::uint32_t m_uintLeafCount = 0;
-    std::vector<Node> m_nodes; ///< the pool; place 0 is not used
-    std::vector<NodeNumber> m_freeNodes;
+    ColorTreePool<Node> m_nodes; ///< place 0 is not used
     NodeNumber m_root = 0;
     std::array<NodeNumber, 9> m_reducible{}; ///< the inner nodes of each level, the youngest first
 };

@@ -3,12 +3,12 @@
 #include "Common/VectorTarget.h"
 
 #include <algorithm>
-#include <cstring>
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "transforms/resize/BilinearAlphaVector.cpp"
 #include "hwy/foreach_target.h"
 #include "hwy/highway.h"
+#include "transforms/resize/BlendWords-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace ImagingFramework::HWY_NAMESPACE {
@@ -17,10 +17,8 @@ namespace hn = hwy::HWY_NAMESPACE;
 
 #if RASTERLOOM_PLAIN_TARGET
 
-std::size_t BlendAlphaPixels(const std::uint8_t*, const std::uint8_t*, std::uint8_t*, std::size_t, const std::uint16_t*,
-                             std::uint32_t) {
-    return 0;
-}
+std::size_t BlendAlphaRows(const std::uint8_t*, const std::uint8_t*, std::uint8_t*, std::size_t, std::uint32_t) { return 0; }
+std::size_t BlendAlphaColumns(const std::uint8_t*, std::size_t, std::uint8_t*, const BilinearColumns&) { return 0; }
 
 #else
 
@@ -89,39 +87,59 @@ HWY_INLINE Int BlendTranslucent(Int first, Int second, Int weight) {
     return hn::IfThenElseZero(visible, hn::Or(colours, hn::ShiftLeft<24>(alpha)));
 }
 
-HWY_INLINE void BlendPixels(const std::uint8_t* first, const std::uint8_t* second, std::uint8_t* row, Int weight) {
+HWY_INLINE Int BlendPixels(Int first, Int second, Int weight) {
     const Ints di;
-    const hn::Repartition<std::uint8_t, Ints> db;
     const Int opaque = hn::Set(di, static_cast<std::int32_t>(0xFF000000U));
-    const Int a = hn::BitCast(di, hn::LoadU(db, first));
-    const Int b = hn::BitCast(di, hn::LoadU(db, second));
-    Int blended = hn::Zero(di);
-    if (hn::AllTrue(di, hn::Eq(hn::And(hn::And(a, b), opaque), opaque))) {
-        blended = BlendOpaque(a, b, weight);
-    } else if (!hn::AllTrue(di, hn::Eq(hn::And(hn::Or(a, b), opaque), hn::Zero(di)))) {
-        blended = BlendTranslucent(a, b, weight);
+    if (hn::AllTrue(di, hn::Eq(hn::And(hn::And(first, second), opaque), opaque))) {
+        return BlendOpaque(first, second, weight);
     }
-    hn::StoreU(hn::BitCast(db, blended), db, row);
+    if (hn::AllTrue(di, hn::Eq(hn::And(hn::Or(first, second), opaque), hn::Zero(di)))) {
+        return hn::Zero(di);
+    }
+    return BlendTranslucent(first, second, weight);
 }
 
-/// Blends pixels with a weight for each, or one for all. Returns how many were done, all of them or none.
-std::size_t BlendAlphaPixels(const std::uint8_t* HWY_RESTRICT first, const std::uint8_t* HWY_RESTRICT second,
-                             std::uint8_t* HWY_RESTRICT row, std::size_t pixels, const std::uint16_t* HWY_RESTRICT weights,
-                             std::uint32_t weight) {
+HWY_INLINE void StorePixels(Int pixels, std::uint8_t* row) {
+    const hn::Repartition<std::uint8_t, Ints> db;
+    hn::StoreU(hn::BitCast(db, pixels), db, row);
+}
+
+/// Blends two rows with one weight. Returns how many pixels were done, all of them or none.
+std::size_t BlendAlphaRows(const std::uint8_t* HWY_RESTRICT top, const std::uint8_t* HWY_RESTRICT bottom,
+                           std::uint8_t* HWY_RESTRICT row, std::size_t pixels, std::uint32_t weight) {
     const Ints di;
-    const hn::Rebind<std::uint16_t, Ints> du16;
+    const hn::Repartition<std::uint8_t, Ints> db;
     const std::size_t lanes = hn::Lanes(di);
     if (pixels < lanes) {
         return 0;
     }
-    const Int all = hn::Set(di, static_cast<std::int32_t>(weight));
+    const auto load = [&](const std::uint8_t* from) HWY_ATTR { return hn::BitCast(di, hn::LoadU(db, from)); };
+    const Int weights = hn::Set(di, static_cast<std::int32_t>(weight));
     for (std::size_t x = 0; x < pixels; x += lanes) {
         // The last vector ends with the row, and repeats some pixels.
-        const std::size_t at = std::min(x, pixels - lanes);
-        const Int w = weights != nullptr ? hn::PromoteTo(di, hn::LoadU(du16, weights + at)) : all;
-        BlendPixels(first + 4 * at, second + 4 * at, row + 4 * at, w);
+        const std::size_t at = 4 * std::min(x, pixels - lanes);
+        StorePixels(BlendPixels(load(top + at), load(bottom + at), weights), row + at);
     }
     return pixels;
+}
+
+/// Blends neighbours within a row, each pair by a load of 8 bytes. Returns how many pixels were done; the rest is the
+/// caller's.
+std::size_t BlendAlphaColumns(const std::uint8_t* HWY_RESTRICT source, std::size_t rowBytes,
+                              std::uint8_t* HWY_RESTRICT row, const BilinearColumns& columns) {
+    const Ints di;
+    const hn::Rebind<std::uint16_t, Ints> du16;
+    const hn::Repartition<std::uint64_t, Ints> dl;
+    const std::size_t lanes = hn::Lanes(di);
+    const std::size_t pixels = InnerPixels<4, 8>(columns, rowBytes);
+    std::size_t x = 0;
+    for (; x + lanes <= pixels; x += lanes) {
+        const Int lower = hn::BitCast(di, LoadFrom(dl, source, columns.First.data() + x));
+        const Int upper = hn::BitCast(di, LoadFrom(dl, source, columns.First.data() + x + lanes / 2));
+        const Int weights = hn::PromoteTo(di, hn::LoadU(du16, columns.Weight.data() + x));
+        StorePixels(BlendPixels(hn::ConcatEven(di, upper, lower), hn::ConcatOdd(di, upper, lower), weights), row + 4 * x);
+    }
+    return x;
 }
 
 #endif
@@ -136,49 +154,22 @@ namespace {
 
 using AlphaLayout = PixelLayout<std::uint8_t, 4, true>;
 
-/// Columns that are brought together before they are blended.
-constexpr std::size_t ChunkPixels = 64;
-
 } // namespace
 
-HWY_EXPORT(BlendAlphaPixels);
+HWY_EXPORT(BlendAlphaRows);
+HWY_EXPORT(BlendAlphaColumns);
 
 void BlendAlphaByteColumns(const std::uint8_t* source, std::size_t rowBytes, std::uint8_t* row,
                            const BilinearColumns& columns) {
-    std::uint8_t first[4 * ChunkPixels];
-    std::uint8_t second[4 * ChunkPixels];
-    const std::size_t width = columns.First.size();
-    // Up to here both neighbours follow each other in the row.
-    std::size_t inner = width;
-    while (inner > 0 && (columns.First[inner - 1] + std::size_t{8} > rowBytes ||
-                         columns.Second[inner - 1] != columns.First[inner - 1] + 4)) {
-        --inner;
-    }
-    for (std::size_t x = 0; x < width; x += ChunkPixels) {
-        const std::size_t begin = width < ChunkPixels ? 0 : std::min(x, width - ChunkPixels);
-        const std::size_t count = std::min(width, ChunkPixels);
-        std::size_t i = 0;
-        for (; i < count && begin + i < inner; ++i) {
-            std::uint8_t both[8];
-            std::memcpy(both, source + columns.First[begin + i], 8);
-            std::memcpy(first + 4 * i, both, 4);
-            std::memcpy(second + 4 * i, both + 4, 4);
-        }
-        for (; i < count; ++i) {
-            std::memcpy(first + 4 * i, source + columns.First[begin + i], 4);
-            std::memcpy(second + 4 * i, source + columns.Second[begin + i], 4);
-        }
-        if (HWY_DYNAMIC_DISPATCH(BlendAlphaPixels)(first, second, row + 4 * begin, count, columns.Weight.data() + begin, 0) == 0) {
-            return BlendColumnsWithAlpha<AlphaLayout>(source, row + 4 * begin, columns, begin);
-        }
-    }
+    const std::size_t done = HWY_DYNAMIC_DISPATCH(BlendAlphaColumns)(source, rowBytes, row, columns);
+    BlendColumnsWithAlpha<AlphaLayout>(source, row + 4 * done, columns, done);
 }
 
 void BlendAlphaByteRows(const std::uint8_t* top, const std::uint8_t* bottom, std::uint8_t* row, std::size_t pixels,
                         std::uint32_t weight) {
     // A whole unit does not fit 16 bits; it occurs between the levels of a pyramid.
     const std::size_t done =
-        weight <= 0xFFFFU ? HWY_DYNAMIC_DISPATCH(BlendAlphaPixels)(top, bottom, row, pixels, nullptr, weight) : 0;
+        weight <= 0xFFFFU ? HWY_DYNAMIC_DISPATCH(BlendAlphaRows)(top, bottom, row, pixels, weight) : 0;
     BlendRowsWithAlpha<AlphaLayout>(top + 4 * done, bottom + 4 * done, row + 4 * done, pixels - done, weight);
 }
 

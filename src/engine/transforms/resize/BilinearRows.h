@@ -45,6 +45,18 @@ inline BilinearColumns BilinearInitialize(const FixedAxis& axis, std::uint64_t c
     return columns;
 }
 
+/// Pixels whose first neighbour, with what a load of `Bytes` takes behind it, lies inside the row and whose second one
+/// follows at once.
+template <int Samples, std::size_t Bytes>
+std::size_t InnerPixels(const BilinearColumns& columns, std::size_t rowBytes) {
+    std::size_t pixels = columns.First.size();
+    while (pixels > 0 && (columns.First[pixels - 1] + Bytes > rowBytes ||
+                          columns.Second[pixels - 1] != columns.First[pixels - 1] + Samples)) {
+        --pixels;
+    }
+    return pixels;
+}
+
 /// One blended sample; the 16.16 weight of the second is below 1.
 inline std::uint32_t Blend(std::uint32_t first, std::uint32_t second, std::uint32_t weight) {
     return (first * (65536U - weight) + second * weight) >> 16;

@@ -38,18 +38,6 @@ std::size_t BlendRowVectors(const std::uint8_t* HWY_RESTRICT top, const std::uin
     return i;
 }
 
-/// Pixels whose first neighbour, with what a load of `Bytes` takes behind it, lies inside the row and whose second one
-/// follows at once.
-template <int Samples, std::size_t Bytes>
-std::size_t InnerPixels(const BilinearColumns& columns, std::size_t rowBytes) {
-    std::size_t pixels = columns.First.size();
-    while (pixels > 0 && (columns.First[pixels - 1] + Bytes > rowBytes ||
-                          columns.Second[pixels - 1] != columns.First[pixels - 1] + Samples)) {
-        --pixels;
-    }
-    return pixels;
-}
-
 /// Gray pixels by groups.
 std::size_t BlendGrayColumns(const std::uint8_t* HWY_RESTRICT source, std::uint8_t* HWY_RESTRICT row,
                              const BilinearColumns& columns) {

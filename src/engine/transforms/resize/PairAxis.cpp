@@ -94,16 +94,18 @@ PairAxis::PairAxis(const TapAxis<double>& axis, PairSamples samples, std::uint32
     const double rest = *std::max_element(rests.begin(), rests.end());
     const double magnitude = *std::max_element(magnitudes.begin(), magnitudes.end());
     const double limit = static_cast<double>(WordLimit(samples));
-    // Shifts cut less than one unit of each digit but the last.
-    const double units = rest * limit * (1 << FractionBits) + std::ldexp(1.0, -DigitBits) + 0x1p-10;
+    // Of samples with alpha, only alpha itself is a plain sum. Shifts cut less than one unit of each digit but the last.
+    const double sumLimit = samples == PairSamples::AlphaBytes ? 255.0 : limit;
+    const double units = rest * sumLimit * (1 << FractionBits) + std::ldexp(1.0, -DigitBits) + 0x1p-10;
     SumMargin = static_cast<std::int32_t>(std::ceil(std::min(units, 4096.0)));
     // The higher digit of a sum of alpha is exact in single precision, and the lower one is below 1; so it is for colours
-    // whose quotient is not cut anyway, but for an error in proportion. That, and the inverse, which is good to 21 bits, are
-    // in the 0.0002 by which the limit of quotients stays below one half.
+    // whose quotient is not cut anyway, but for two roundings. With those of the weight and of its inverse they make four of
+    // 129 / 2^24 at most, and the quotient, which is below 256, is rounded once more: 0.00004 together. The limit of
+    // quotients stays 0.00006 below one half for them.
     WeightError = rest * 255.0 + 0x1p-20;
     // |N / D - N' / D'| <= (|N - N'| + 129 |D - D'|) / D' for centred colours.
     QuotientError = (rest * limit + 0x1p-16 + 129.0 * WeightError) * 1.01;
-    IsUsable = IsUsable && SumMargin < 1024 && magnitude < 1.99;
+    IsUsable = IsUsable && rest * limit * (1 << FractionBits) < 1024.0 && magnitude < 1.99;
 }
 
 PairAxis::PairAxis(const TapAxis<std::int32_t>& axis, PairSamples samples, std::uint32_t step) : Totals(axis.Totals) {

@@ -15,6 +15,9 @@
 HWY_BEFORE_NAMESPACE();
 namespace ImagingFramework::HWY_NAMESPACE {
 
+/// What becomes of colours whose alpha is rounded to 0: the second pass gives those of the first no weight.
+enum class HiddenColours { Free, Exact };
+
 /// Turns the sums of 16 lanes, [channel][digit][lane], into samples, [channel][lane], of one byte or two. Returns the lanes
 /// whose rounding the sums cannot decide, one bit for each.
 struct FinishTask {
@@ -23,6 +26,7 @@ struct FinishTask {
     std::size_t Samples;
     const std::int32_t* Sums;
     std::uint8_t* Output;
+    HiddenColours Hidden;
 
     HWY_INLINE Int Digit(std::size_t channel, std::size_t digit, std::size_t lane) const {
         return hn::Load(Ints(), Sums + (channel * Axis.Digits + digit) * BlockLanes + lane);
@@ -100,7 +104,8 @@ inline std::uint32_t FinishSincAlphaBytes(const FinishTask& task) {
     // Adding this leaves the nearest integer in the low bits.
     const Float rounder = hn::Set(df, 0x1.8p23F);
     const std::size_t colours = task.Samples - 1;
-    std::uint32_t doubtful = FinishSincChannels<std::uint8_t>(task, colours, task.Samples);
+    const std::uint32_t doubtfulAlpha = FinishSincChannels<std::uint8_t>(task, colours, task.Samples);
+    std::uint32_t doubtful = 0;
     for (std::size_t lane = 0; lane < BlockLanes; lane += hn::Lanes(Ints())) {
         const Float weight = SincSum(task, colours, lane);
         // Faint lanes get a harmless divisor and no colour. That is right where the weight is surely negative; the others
@@ -108,9 +113,8 @@ inline std::uint32_t FinishSincAlphaBytes(const FinishTask& task) {
         const auto faint = hn::Lt(weight, least);
         const auto faintInts = hn::RebindMask(Ints(), faint);
         const Float divisor = hn::IfThenElse(faint, one, weight);
-        Float inverse = hn::ApproximateReciprocal(divisor);
-        inverse = hn::Mul(inverse, hn::NegMulAdd(divisor, inverse, hn::Set(df, 2.0F)));
-        const Float limit = hn::NegMulAdd(quotientError, inverse, hn::Set(df, 0.4998F));
+        const Float inverse = hn::Div(one, divisor);
+        const Float limit = hn::NegMulAdd(quotientError, inverse, hn::Set(df, 0.49994F));
         Float farthest = hn::Zero(df);
         for (std::size_t c = 0; c < colours; ++c) {
             Float value = hn::MulAdd(SincSum(task, c, lane), inverse, hn::Set(df, 128.0F));
@@ -123,7 +127,11 @@ inline std::uint32_t FinishSincAlphaBytes(const FinishTask& task) {
         const auto unsure = hn::And(faint, hn::Ge(weight, leastUnsure));
         doubtful |= MaskBits(df, hn::Or(unsure, hn::AndNot(faint, hn::Gt(farthest, limit)))) << lane;
     }
-    return doubtful;
+    if (task.Hidden == HiddenColours::Free) {
+        const hn::FixedTag<std::uint8_t, BlockLanes> db;
+        doubtful &= MaskBits(db, hn::Ne(hn::LoadU(db, task.Output + colours * BlockLanes), hn::Zero(db)));
+    }
+    return doubtfulAlpha | doubtful;
 }
 
 /// Both halves of a vector in double precision.

@@ -41,18 +41,9 @@ PairSumFunction ChooseDotProductSum(int channels, std::uint32_t digits) {
     if (!__builtin_cpu_supports("avx512vnni")) {
         return nullptr;
     }
-    switch (channels) {
-    case 1:
-        return digits == 2 ? &SumPairs<1, 2> : &SumPairs<1, 3>;
-    case 2:
-        return digits == 2 ? &SumPairs<2, 2> : &SumPairs<2, 3>;
-    case 3:
-        return digits == 2 ? &SumPairs<3, 2> : &SumPairs<3, 3>;
-    case 4:
-        return digits == 2 ? &SumPairs<4, 2> : &SumPairs<4, 3>;
-    default:
-        return digits == 2 ? &SumPairs<5, 2> : &SumPairs<5, 3>;
-    }
+    return ChoosePairSum(channels, digits, []<int Channels, int Digits>(PairCount<Channels>, PairCount<Digits>) {
+        return &SumPairs<Channels, Digits>;
+    });
 }
 
 } // namespace ImagingFramework

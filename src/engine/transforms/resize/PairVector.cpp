@@ -74,18 +74,9 @@ PairSumFunction ChooseSum(int samples, std::uint32_t digits) {
         return sum;
     }
 #endif
-    switch (samples) {
-    case 1:
-        return digits == 2 ? &SumPairs<1, 2> : &SumPairs<1, 3>;
-    case 2:
-        return digits == 2 ? &SumPairs<2, 2> : &SumPairs<2, 3>;
-    case 3:
-        return digits == 2 ? &SumPairs<3, 2> : &SumPairs<3, 3>;
-    case 4:
-        return digits == 2 ? &SumPairs<4, 2> : &SumPairs<4, 3>;
-    default:
-        return digits == 2 ? &SumPairs<5, 2> : &SumPairs<5, 3>;
-    }
+    return ChoosePairSum(samples, digits, []<int Channels, int Digits>(PairCount<Channels>, PairCount<Digits>) {
+        return &SumPairs<Channels, Digits>;
+    });
 }
 
 /// Lanes that have a pixel which is not transparent in their window. The others are all 0, with nothing to decide.
@@ -108,8 +99,9 @@ std::uint32_t VisibleLanes(const PairSumTask& task, std::size_t alphaChannel) {
 /// One pixel of 16 lanes: sums, samples and the lanes that need repair.
 class LaneFilter {
 public:
-    LaneFilter(const PairFormat& format, const PairAxis& axis)
-        : m_format(format), m_axis(axis), m_sum(ChooseSum(format.Samples, axis.Digits)), m_finish(ChooseFinish(format)) {}
+    LaneFilter(const PairFormat& format, const PairAxis& axis, HiddenColours hiddenColours)
+        : m_format(format), m_axis(axis), m_hiddenColours(hiddenColours), m_sum(ChooseSum(format.Samples, axis.Digits)),
+          m_finish(ChooseFinish(format)) {}
 
     std::size_t Samples() const { return static_cast<std::size_t>(m_format.Samples); }
     std::size_t SampleSize() const { return m_format.Kind == PairSamples::Words ? 2 : 1; }
@@ -118,7 +110,7 @@ public:
         task.Weights = m_axis.WeightsOf(position);
         task.Sums = m_sums;
         m_sum(task);
-        std::uint32_t doubtful = m_finish(FinishTask{m_axis, position, Samples(), m_sums, output});
+        std::uint32_t doubtful = m_finish(FinishTask{m_axis, position, Samples(), m_sums, output, m_hiddenColours});
         if (HWY_UNLIKELY(doubtful != 0) && m_format.Kind == PairSamples::AlphaBytes) {
             doubtful &= VisibleLanes(task, Samples() - 1);
         }
@@ -137,6 +129,7 @@ public:
 private:
     PairFormat m_format;
     const PairAxis& m_axis;
+    HiddenColours m_hiddenColours;
     PairSumFunction m_sum;
     FinishFunction m_finish;
     alignas(64) std::int32_t m_sums[5 * 3 * BlockLanes];
@@ -151,7 +144,7 @@ constexpr std::size_t TileLimit = 24 * 1024;
 
 template <int Samples, PairSamples Kind> class RowPass {
 public:
-    explicit RowPass(const PairRowsTask& task) : m_task(task), m_filter(task.Format, task.Axis) {
+    explicit RowPass(const PairRowsTask& task) : m_task(task), m_filter(task.Format, task.Axis, HiddenColours::Free) {
         task.Scratch.Group.resize(BlockLanes * PixelBytes + 64);
         m_group = AlignUp(task.Scratch.Group.data());
     }
@@ -280,7 +273,7 @@ void FilterRows(const PairRowsTask& task) {
 
 /// The second pass: lanes are neighbouring columns.
 void FilterColumns(const PairColumnsTask& task) {
-    LaneFilter filter(task.Format, task.Axis);
+    LaneFilter filter(task.Format, task.Axis, HiddenColours::Exact);
     const std::size_t pairStride = filter.Samples() * task.BlockColumns * 2;
     constexpr std::size_t blockPairs = PairBlockRows / 2;
     // Windows of many rows reach over many blocks.
