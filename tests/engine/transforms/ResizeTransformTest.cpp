@@ -169,12 +169,12 @@ BitmapData HardRaster(std::uint32_t width, std::uint32_t height, PixelFormat for
             const std::uint32_t x = i / pixelSize;
             std::uint8_t& byte = raster.GetScanlineRef(y)[i];
             const std::uint32_t kinds[] = {
-                201,                                             // flat
-                (x + y) % 2 == 0 ? 255U : 0U,                    // checks
-                100 + (x / 3 + y / 2) % 2,                       // neighbours that differ by one
-                byte & 1U,                                       // a barely visible picture
+                201,                                               // flat
+                (x + y) % 2 == 0 ? 255U : 0U,                      // checks
+                100 + (x / 3 + y / 2) % 2,                         // neighbours that differ by one
+                byte & 1U,                                         // a barely visible picture
                 i % pixelSize == pixelSize - 1 ? byte & 3U : byte, // colours of every kind with hardly any alpha
-                (x / 5) % 2 == 0 ? 255U : 0U};                   // stripes of opposite ends
+                (x / 5) % 2 == 0 ? 255U : 0U};                     // stripes of opposite ends
             byte = static_cast<std::uint8_t>(kinds[kind]);
         }
     }
