@@ -105,15 +105,13 @@ Bitmap::~Bitmap() {
         view->_DisposeQuietly();
     }
     DisposeFinally();
+    DisposeProviders();
 }
 
 void Bitmap::Dispose(bool disposing) {
-    _UnlockBits();
+    // View and providers are dead without their link. Their locks come before the bitmap's and are not waited for here.
     m_pImpl->m_pLink->Clear();
-    m_pImpl->m_pTransformsProvider->Dispose();
-    m_pImpl->m_pBitmapStatisticsProvider->Dispose();
-    m_pImpl->m_pColorManagementProvider->Dispose();
-    m_pImpl->m_pChannelsProvider->Dispose();
+    m_pImpl->m_bBitsLocked = false;
     // A palette that the host keeps goes on with its entries; the raster dies here.
     m_pImpl->m_pColorPalette.reset();
     m_pImpl->m_pColorProfile.reset();
@@ -122,11 +120,32 @@ void Bitmap::Dispose(bool disposing) {
 }
 
 void Bitmap::Dispose() {
-    // The view's lock comes before the bitmap's, here as everywhere.
-    if (const std::shared_ptr<BitmapData> view = m_pImpl->m_pLockedBitmapData.lock()) {
+    DisposeView();
+    UnitConverterObject::Dispose();
+    // One may have come out before the lock was had again.
+    DisposeView();
+    DisposeProviders();
+}
+
+void Bitmap::DisposeProviders() noexcept {
+    for (BitmapProvider* const provider : std::initializer_list<BitmapProvider*>{
+             m_pImpl->m_pTransformsProvider.get(), m_pImpl->m_pBitmapStatisticsProvider.get(),
+             m_pImpl->m_pColorManagementProvider.get(), m_pImpl->m_pChannelsProvider.get()}) {
+        provider->_DisposeQuietly();
+    }
+}
+
+void Bitmap::DisposeView() {
+    std::shared_ptr<BitmapData> view;
+    {
+        // The view of a transform at work is nobody else's; it is gone when the lock is had.
+        const ObjectGuard guard(*this);
+        view = m_pImpl->m_pLockedBitmapData.lock();
+    }
+    // Outside the guard: the view's lock comes first.
+    if (view) {
         view->Dispose();
     }
-    UnitConverterObject::Dispose();
 }
 
 void Bitmap::CheckNotDisposed() const {
@@ -288,6 +307,8 @@ void Bitmap::_Load(const PixelArray& array, PixelFormat format, const ColorPalet
     }
     // Filled apart, so that samples which do not fit leave the present raster as it is.
     Bitmap filled;
+    filled.SetHorizontalResolution(GetHorizontalResolution());
+    filled.SetVerticalResolution(GetVerticalResolution());
     filled._Create(array.GetLength(0), array.GetLength(1), format, palette, paletteGiven, nullptr);
     PixelAccess(filled.get__InternalBitmapData()).Import(array, *this);
     _Attach(filled._Detach());

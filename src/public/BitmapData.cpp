@@ -82,16 +82,18 @@ void BitmapData::_DisposeWithoutBitmap() {
     Dispose();
 }
 
-void BitmapData::CheckNotDisposed() const {
-    if (get__IsDisposed()) {
+Bitmap& BitmapData::RequireBitmap() const {
+    Bitmap* const bitmap = get__Bitmap();
+    if (get__IsDisposed() || bitmap == nullptr) {
         throw Host::ObjectDisposedException("BitmapData");
     }
+    return *bitmap;
 }
 
 Bitmap* BitmapData::get__Bitmap() const { return m_pImpl->m_pLink->Get(); }
 
 ImagingFramework::BitmapData& BitmapData::get__InternalBitmapData() const {
-    CheckNotDisposed();
+    RequireBitmap();
     return m_pImpl->m_InternalBitmapData;
 }
 
@@ -145,8 +147,7 @@ std::uint8_t* BitmapData::get_Scan0() {
 
 Bitmap& BitmapData::get_Bitmap() {
     const ObjectGuard guard(*this);
-    CheckNotDisposed();
-    return *get__Bitmap();
+    return RequireBitmap();
 }
 
 std::unique_ptr<Bitmap> BitmapData::GetEmptyMask() {
@@ -167,7 +168,7 @@ void BitmapData::SetPixel(std::int32_t x, std::int32_t y, const Color& color) {
 }
 
 PixelArray BitmapData::_Export() {
-    return PixelAccess(get__InternalBitmapData()).Export(*get__Bitmap());
+    return PixelAccess(get__InternalBitmapData()).Export(RequireBitmap());
 }
 
 PixelArray BitmapData::Export() {
@@ -176,18 +177,17 @@ PixelArray BitmapData::Export() {
 }
 
 void BitmapData::_Import(const PixelArray& array) {
-    PixelAccess(get__InternalBitmapData()).Import(array, *get__Bitmap());
+    PixelAccess(get__InternalBitmapData()).Import(array, RequireBitmap());
 }
 
 void BitmapData::Import(const PixelArray& array) {
-    CheckNotDisposed();
-    Bitmap* const bitmap = get__Bitmap();
-    bitmap->_RaiseChangingEvent(BitmapChange::ImportData);
+    Bitmap& bitmap = RequireBitmap();
+    bitmap._RaiseChangingEvent(BitmapChange::ImportData);
     {
         const ObjectGuard guard(*this);
         _Import(array);
     }
-    bitmap->_RaiseChangedEvent(BitmapChange::ImportData);
+    bitmap._RaiseChangedEvent(BitmapChange::ImportData);
 }
 
 void BitmapData::PreserveScaleFactor(std::int32_t sourceWidth, std::int32_t sourceHeight,

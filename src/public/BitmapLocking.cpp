@@ -26,6 +26,11 @@ void CheckSize(const char* name, std::int32_t size) {
     }
 }
 
+std::shared_ptr<BitmapData> LockUnits(Bitmap& bitmap, float left, float top, float width, float height) {
+    return bitmap._LockBits(bitmap._HorizontalUnitsToPixels(left), bitmap._VerticalUnitsToPixels(top),
+                            bitmap._HorizontalUnitsToPixels(width), bitmap._VerticalUnitsToPixels(height));
+}
+
 } // namespace
 
 std::shared_ptr<BitmapData> Bitmap::_LockBits(std::int32_t left, std::int32_t top, std::int32_t width,
@@ -54,22 +59,19 @@ std::shared_ptr<BitmapData> Bitmap::LockBits() {
 std::shared_ptr<BitmapData> Bitmap::LockBits(float left, float top, float width, float height) {
     const ObjectGuard guard(*this);
     CheckNotDisposed();
-    return _LockBits(_HorizontalUnitsToPixels(left), _VerticalUnitsToPixels(top), _HorizontalUnitsToPixels(width),
-                     _VerticalUnitsToPixels(height));
+    return LockUnits(*this, left, top, width, height);
 }
 
 std::shared_ptr<BitmapData> Bitmap::LockBits(std::int32_t left, std::int32_t top, std::int32_t width,
                                              std::int32_t height) {
-    {
-        const ObjectGuard guard(*this);
-        CheckNotDisposed();
-        // Whole pixels need no detour through floats, which hold them exactly only up to 2^24.
-        if (get__Unit() == Unit::Pixel) {
-            return _LockBits(left, top, width, height);
-        }
+    const ObjectGuard guard(*this);
+    CheckNotDisposed();
+    // Whole pixels need no detour through floats, which hold them exactly only up to 2^24.
+    if (get__Unit() == Unit::Pixel) {
+        return _LockBits(left, top, width, height);
     }
-    return LockBits(static_cast<float>(left), static_cast<float>(top), static_cast<float>(width),
-                    static_cast<float>(height));
+    return LockUnits(*this, static_cast<float>(left), static_cast<float>(top), static_cast<float>(width),
+                     static_cast<float>(height));
 }
 
 std::shared_ptr<BitmapData> Bitmap::LockBits(const Host::Rectangle& rectangle) {

@@ -100,6 +100,9 @@ TEST(Bitmap, ArraysCarryRawSamples) {
         }
     }
     Bitmap bitmap(array, PixelFormat::Format48bppRgb);
+    bitmap.set_HorizontalResolution(300);
+    bitmap.Load(array, PixelFormat::Format48bppRgb);
+    EXPECT_EQ(bitmap.get_HorizontalResolution(), 300.0F);
     EXPECT_EQ(bitmap.get_Width(), 2);
     EXPECT_EQ(bitmap.GetPixel(1, 0).GetChannel32(2), 1002);
     EXPECT_EQ(bitmap.Export(), array);
@@ -180,6 +183,48 @@ TEST(BitmapThreading, AProviderWaitsAsLongAsItsBitmapTells) {
     std::thread([&] { EXPECT_THROW(transforms->Resize(1, 1), TimeoutException); }).join();
     transforms->Unlock();
     EXPECT_NO_THROW(transforms->Resize(1, 1));
+}
+
+// A dispose meets a transform, which has a view of its own, and a host's view that comes out at the last moment.
+TEST(BitmapThreading, DisposesBesideTransformsAndViews) {
+    const auto quietly = [](auto body) {
+        return std::thread([body] {
+            try {
+                body();
+            } catch (const Host::Exception&) {
+                // disposed meanwhile, or a view is out
+            }
+        });
+    };
+    for (int round = 0; round < 200; ++round) {
+        Bitmap bitmap(16, 16, PixelFormat::Format24bppRgb);
+        std::shared_ptr<BitmapData> view;
+        std::thread threads[] = {quietly([&] { bitmap.get_Transforms()->Resize(4, 4); }), quietly([&] {
+                                     view = bitmap.LockBits();
+                                     for (std::int32_t x = 0; x < 4; ++x) {
+                                         view->GetPixel(x, 0);
+                                     }
+                                 }),
+                                 quietly([&] { bitmap.Dispose(); })};
+        for (std::thread& thread : threads) {
+            thread.join();
+        }
+        EXPECT_TRUE(bitmap.get_IsDisposed());
+        EXPECT_FALSE(bitmap.get_BitsLocked());
+        if (view) {
+            EXPECT_THROW(view->get_Width(), Host::ObjectDisposedException);
+        }
+    }
+}
+
+TEST(Bitmap, HandlersOfChangesMayDisposeIt) {
+    Bitmap first(8, 8, PixelFormat::Format24bppRgb);
+    const auto changing = first.Changing.Subscribe([&](BitmapChangingEventArgs&) { first.Dispose(); });
+    EXPECT_THROW(first.get_Transforms()->Resize(4, 4), Host::ObjectDisposedException);
+    Bitmap second(8, 8, PixelFormat::Format24bppRgb);
+    const auto changed = second.Changed.Subscribe([&](BitmapChangedEventArgs&) { second.Dispose(); });
+    second.get_Transforms()->Resize(4, 4);
+    EXPECT_TRUE(second.get_IsDisposed());
 }
 
 TEST(Bitmap, AfterDisposeEverythingIsRefused) {

@@ -114,7 +114,8 @@ public:
     void Load(const std::filesystem::path& fileName);
     /// Reads from the first byte of the stream; one that cannot seek is copied to a temporary file first.
     void Load(const std::shared_ptr<Host::Stream>& stream);
-    /// From samples `[x, y, channel]`: 0 to 255, or to 65535 in extended formats. The sizes become width and height.
+    /// From samples `[x, y, channel]`: 0 to 255, or to 65535 in extended formats. The sizes become width and height, the
+    /// resolutions stay. Fails as `Create` and `Import` do; an indexed format needs the palette.
     void Load(const PixelArray& array, PixelFormat format);
     void Load(const PixelArray& array, PixelFormat format, const ColorPalette* palette);
     /// Reads a reduced form that fits into the box; a side of 0 follows the other. Never enlarges.
@@ -145,7 +146,8 @@ public:
     /// Asks the operation under way to stop at its next step, where it fails with `AbortedException`. Takes no lock:
     /// any thread may call it, and handlers of `Progress` may.
     void Abort() noexcept;
-    /// Ends a view that is out, then the bitmap itself.
+    /// Ends a view that is out, then the bitmap itself. Waits for an operation of another thread; handlers of `Progress`
+    /// may not call it.
     void Dispose();
 
     /// True while there is no raster.
@@ -205,9 +207,9 @@ public:
     /// @{
     /// A view on the whole raster.
     std::shared_ptr<BitmapData> LockBits();
-    /// A view on a part, in pixels here.
+    /// A view on a part; what exceeds the raster is cut off. In formats of less than 8 bits a part that is not as wide as
+    /// the raster must begin and end on whole bytes, else `Host::ArgumentException`.
     std::shared_ptr<BitmapData> LockBits(std::int32_t left, std::int32_t top, std::int32_t width, std::int32_t height);
-    /// A view on a part, in the current `Unit`.
     std::shared_ptr<BitmapData> LockBits(float left, float top, float width, float height);
     std::shared_ptr<BitmapData> LockBits(const Host::Rectangle& rectangle);
     std::shared_ptr<BitmapData> LockBits(const Host::RectangleF& rectangle);
@@ -226,7 +228,7 @@ public:
     /// Raw samples of the whole raster, `[x, y, channel]`. Formats whose channels are no whole samples fail with
     /// `UnsupportedPixelFormatException`.
     PixelArray Export();
-    /// The same way back, in the shape that `Export` gives; `Changing` and `Changed` tell `ImportData`. An array of
+    /// The same way back, in the shape that `Export` gives. Raises no change, unlike the import of a view. An array of
     /// another shape fails with `Host::ArgumentException` ("array").
     void Import(const PixelArray& array);
 
@@ -286,6 +288,8 @@ private:
 
     void CheckNotDisposed() const;
     void CheckBitsNotLocked() const;
+    void DisposeView();
+    void DisposeProviders() noexcept;
     /// The deep copy, with both locks held.
     void _CreateFrom(Bitmap& bitmap);
     /// Follows a change of the raster: the palette object is made anew, and the profile object when it is asked for.

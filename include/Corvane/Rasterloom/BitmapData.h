@@ -100,7 +100,8 @@ private:
     BitmapData(std::shared_ptr<BitmapLink> link, const ImagingFramework::BitmapData& parent, std::int32_t left,
                std::int32_t top, std::int32_t width, std::int32_t height);
 
-    void CheckNotDisposed() const;
+    /// The bitmap; fails with the disposed-object error when the view or the bitmap is at its end.
+    Bitmap& RequireBitmap() const;
     template <class Read> auto ReadRaster(Read read);
 
     std::unique_ptr<Impl> m_pImpl;

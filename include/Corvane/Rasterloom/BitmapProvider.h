@@ -25,6 +25,9 @@ public:
     /// Waits as long as the bitmap's time limit tells.
     void Lock() override;
 
+    /// `Dispose` for the end of the bitmap: goes on without a lock that cannot be had.
+    void _DisposeQuietly() noexcept { DisposeFinally(); }
+
 protected:
     explicit BitmapProvider(std::shared_ptr<BitmapLink> link);
 

@@ -129,8 +129,6 @@ public:
     PixelFormat GetPixelFormat() const noexcept { return m_format; }
     bool HasAlpha() const noexcept { return m_hasAlpha; }
     std::uint32_t GetChannelCount() const { return m_pParser->GetChannelCount(); }
-    std::uint8_t* GetPixelRef() const noexcept { return m_pPixel; }
-    IPixelParser& GetParser() const noexcept { return *m_pParser; }
     Sample GetChannel() const { return static_cast<Sample>(m_pParser->GetChannel()); }
     Sample GetAlpha() const { return static_cast<Sample>(m_pParser->GetAlpha()); }
     bool NextChannel() { return m_pParser->NextChannel(); }

@@ -24,7 +24,6 @@ class FlipAndRotateTransform final : public Transform {
 public:
     /// Fails with `ArgumentException` ("mode") for a value above 7.
     void SetMode(RotateFlipType mode);
-    RotateFlipType GetMode() const noexcept { return m_enMode; }
 
 protected:
     void ApplyTransformInternal() override;

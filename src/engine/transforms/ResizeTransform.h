@@ -18,11 +18,8 @@ public:
     /// In pixels; 0 fails with `ArgumentOutOfRangeException`.
     void SetWidth(std::uint32_t width);
     void SetHeight(std::uint32_t height);
-    std::uint32_t GetWidth() const noexcept { return m_uintNewWidth; }
-    std::uint32_t GetHeight() const noexcept { return m_uintNewHeight; }
     /// Values above 15 fail with `ArgumentOutOfRangeException`.
     void SetInterpolationMode(InterpolationMode mode);
-    InterpolationMode GetInterpolationMode() const noexcept { return m_enInterpolationMode; }
     /// The part of the new size to compute, inclusive corners in pixels; copied.
     void SetCropRectangle(const RegionRect& rectangle);
     /// The same without a copy; null clears.

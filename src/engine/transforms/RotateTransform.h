@@ -14,12 +14,10 @@ class RotateTransform final : public Transform {
 public:
     /// In degrees, clockwise for positive values; any number.
     void SetAngle(double degrees) noexcept { m_angle = degrees; }
-    double GetAngle() const noexcept { return m_angle; }
     /// In the colour space of the source.
     void SetBackgroundColor(const ColorRecord& color) noexcept { m_backgroundColor = color; }
     /// The quality levels, `NearestNeighbour` and `Bilinear`; any other fails with `ArgumentException`.
     void SetInterpolationMode(InterpolationMode mode);
-    InterpolationMode GetInterpolationMode() const noexcept { return m_enInterpolationMode; }
 
 protected:
     void ApplyTransformInternal() override;

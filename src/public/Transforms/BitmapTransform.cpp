@@ -2,6 +2,7 @@
 
 #include "CallEngine.h"
 #include "Common/BitmapData.h"
+#include "EngineRegion.h"
 #include "EnumTransforms.h"
 #include "ObjectGuard.h"
 #include "Validator.h"
@@ -116,6 +117,16 @@ float BitmapTransform::GetVerticalResolution() {
 
 void BitmapTransform::SetVerticalResolution(float) { throw Host::NotSupportedException(); }
 
+Host::Rectangle BitmapTransform::_UnitsToPixels(const Host::RectangleF& rectangle) {
+    return {_HorizontalUnitsToPixels(rectangle.Left), _VerticalUnitsToPixels(rectangle.Top),
+            _HorizontalUnitsToPixels(rectangle.Width), _VerticalUnitsToPixels(rectangle.Height)};
+}
+
+Host::RectangleF BitmapTransform::_PixelsToUnits(const Host::Rectangle& rectangle) {
+    return {_HorizontalPixelsToUnits(rectangle.Left), _VerticalPixelsToUnits(rectangle.Top),
+            _HorizontalPixelsToUnits(rectangle.Width), _VerticalPixelsToUnits(rectangle.Height)};
+}
+
 void BitmapTransform::CheckNotDisposed() const {
     if (get__IsDisposed()) {
         throw Host::ObjectDisposedException("BitmapTransform");
@@ -179,12 +190,12 @@ void BitmapTransform::Start(Bitmap* source, BitmapData* sourceData, Bitmap* dest
 void BitmapTransform::TakeLocks() {
     Run& run = m_pImpl->m_run;
     if (run.m_pSrcBitmap == nullptr) {
-        // A host's view comes before any bitmap.
-        run.m_pSrcBitmapData->Lock();
+        // A host's view comes before any bitmap, its own among them.
+        run.m_pSrcBitmapData->_LockWithoutBitmap();
         m_pImpl->m_bViewLocked = true;
     }
     std::vector<Bitmap*> bitmaps;
-    for (Bitmap* const bitmap : {run.m_pSrcBitmap, run.m_pDestBitmap, run.m_pMask}) {
+    for (Bitmap* const bitmap : {SourceBitmap(), run.m_pDestBitmap, run.m_pMask}) {
         if (bitmap != nullptr) {
             bitmaps.push_back(bitmap);
         }
@@ -194,6 +205,10 @@ void BitmapTransform::TakeLocks() {
     for (Bitmap* const bitmap : bitmaps) {
         bitmap->Lock();
         m_pImpl->m_lockedBitmaps.push_back(bitmap);
+    }
+    if (run.m_pDestBitmap != nullptr) {
+        // With a view out it could not take the result; better told before the work than after it.
+        run.m_pDestBitmap->get__InternalBitmapData();
     }
     if (run.m_pSrcBitmap != nullptr) {
         const engine::BitmapData& raster = run.m_pSrcBitmap->get__InternalBitmapData();
@@ -213,7 +228,7 @@ void BitmapTransform::ReleaseLocks(bool attach) {
             run.m_pOwnView->_UnlockWithoutBitmap();
         }
         run.m_pSrcBitmapData = nullptr;
-        run.m_pOwnView->_DisposeWithoutBitmap();
+        run.m_pSrcBitmap->_UnlockBits();
         run.m_pOwnView.reset();
     }
     if (attach && run.m_pInternalBitmapDataToAttach) {
@@ -229,7 +244,7 @@ void BitmapTransform::ReleaseLocks(bool attach) {
         m_pImpl->m_lockedBitmaps.pop_back();
     }
     if (std::exchange(m_pImpl->m_bViewLocked, false)) {
-        run.m_pSrcBitmapData->Unlock();
+        run.m_pSrcBitmapData->_UnlockWithoutBitmap();
     }
     if (failure) {
         std::rethrow_exception(failure);
@@ -246,9 +261,8 @@ void BitmapTransform::ThreadProc() {
     try {
         ExportSettings();
         const Host::Rectangle region = OnTransforming();
-        const engine::RegionRect rect{region.Left, region.Top, region.Left + region.Width - 1,
-                                      region.Top + region.Height - 1};
-        CallEngine([&] { _RunEngine(source, region.IsEmpty() ? nullptr : &rect, result); });
+        const engine::RegionRect corners = EngineRegion(region);
+        CallEngine([&] { _RunEngine(source, region.Width == 0 || region.Height == 0 ? nullptr : &corners, result); });
         if (!SetDestinationData(result)) {
             run.m_pInternalBitmapDataToAttach = std::move(result);
         }

@@ -33,6 +33,8 @@ void Crop::set__Rectangle(const Host::RectangleF& rectangle) {
     m_rectangle.Height = std::max(0.0F, rectangle.Height);
 }
 
+void Crop::set__RectangleInPixels(const Host::Rectangle& rectangle) { set__Rectangle(_PixelsToUnits(rectangle)); }
+
 void Crop::set__Background(const Color& backgroundColor) { m_background = RequireBackground(backgroundColor); }
 
 Host::RectangleF Crop::get_Rectangle() {
@@ -43,6 +45,16 @@ Host::RectangleF Crop::get_Rectangle() {
 void Crop::set_Rectangle(const Host::RectangleF& rectangle) {
     const ObjectGuard guard(*this);
     set__Rectangle(rectangle);
+}
+
+Host::Rectangle Crop::get_RectangleInPixels() {
+    const ObjectGuard guard(*this);
+    return _UnitsToPixels(m_rectangle);
+}
+
+void Crop::set_RectangleInPixels(const Host::Rectangle& rectangle) {
+    const ObjectGuard guard(*this);
+    set__RectangleInPixels(rectangle);
 }
 
 Color Crop::get_Background() {
@@ -57,17 +69,14 @@ void Crop::set_Background(const Color& backgroundColor) {
 
 void Crop::ExportSettings() {
     const auto background = EngineColor(m_background, get__Run().m_pSrcBitmapData->get__InternalBitmapData());
-    const std::int32_t width = _HorizontalUnitsToPixels(m_rectangle.Width);
-    const std::int32_t height = _VerticalUnitsToPixels(m_rectangle.Height);
-    const std::int32_t left = _HorizontalUnitsToPixels(m_rectangle.Left);
-    const std::int32_t top = _VerticalUnitsToPixels(m_rectangle.Top);
+    const Host::Rectangle rectangle = _UnitsToPixels(m_rectangle);
     CallEngine([&] {
         auto& transform = static_cast<engine::CropTransform&>(get__Transform());
         transform.SetBackgroundColor(background);
-        transform.SetCropWidth(static_cast<std::uint32_t>(width));
-        transform.SetCropHeight(static_cast<std::uint32_t>(height));
-        transform.SetCropX(left);
-        transform.SetCropY(top);
+        transform.SetCropWidth(static_cast<std::uint32_t>(rectangle.Width));
+        transform.SetCropHeight(static_cast<std::uint32_t>(rectangle.Height));
+        transform.SetCropX(rectangle.Left);
+        transform.SetCropY(rectangle.Top);
     });
 }
 

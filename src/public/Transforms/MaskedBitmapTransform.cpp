@@ -18,7 +18,6 @@ MaskedBitmapTransform::MaskedBitmapTransform(BitmapChange change, std::unique_pt
 
 MaskedBitmapTransform::~MaskedBitmapTransform() { DisposeFinally(); }
 
-
 void MaskedBitmapTransform::ApplyTransform(BitmapData& bitmapData) { Start(nullptr, &bitmapData, nullptr, nullptr, true); }
 
 void MaskedBitmapTransform::ApplyMaskTransform(Bitmap& bitmap, Bitmap& mask) {

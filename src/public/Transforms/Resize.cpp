@@ -3,6 +3,7 @@
 #include "CallEngine.h"
 #include "Common/BitmapData.h"
 #include "Common/Numeric.h"
+#include "EngineRegion.h"
 #include "ObjectGuard.h"
 #include "Validator.h"
 #include "transforms/ResizeTransform.h"
@@ -27,7 +28,27 @@ void RequireOutArguments(const std::int32_t* destWidth, const std::int32_t* dest
     }
 }
 
-engine::ResizeTransform& ToResize(engine::Transform& transform) { return static_cast<engine::ResizeTransform&>(transform); }
+engine::ResizeTransform& ToResize(engine::Transform& transform) {
+    return static_cast<engine::ResizeTransform&>(transform);
+}
+
+/// The side that follows from the other one in the proportions of the source; at least 1.
+std::int32_t FollowingSide(std::int32_t sourceSide, std::int32_t sourceOther, std::int32_t other) {
+    const auto widened = [](std::int32_t size) { return static_cast<double>(static_cast<float>(size)); };
+    return std::max(1, engine::TruncateToInt32(widened(sourceSide) * widened(other) / widened(sourceOther)));
+}
+
+/// A side that is not wanted follows the other; both are those of the source where none is wanted.
+void CompleteSize(std::int32_t srcWidth, std::int32_t srcHeight, std::int32_t& width, std::int32_t& height) {
+    if (width <= 0 && height <= 0) {
+        width = srcWidth;
+        height = srcHeight;
+    } else if (width <= 0) {
+        width = FollowingSide(srcWidth, srcHeight, height);
+    } else if (height <= 0) {
+        height = FollowingSide(srcHeight, srcWidth, width);
+    }
+}
 
 } // namespace
 
@@ -67,6 +88,14 @@ void Resize::set__Height(float height) {
     m_fHeight = height;
 }
 
+void Resize::set__WidthInPixels(std::int32_t width) { set__Width(_HorizontalPixelsToUnits(width)); }
+
+void Resize::set__HeightInPixels(std::int32_t height) { set__Height(_VerticalPixelsToUnits(height)); }
+
+void Resize::set__CropRectangleInPixels(const Host::Rectangle& cropRectangle) {
+    m_cropRectangle = _PixelsToUnits(cropRectangle);
+}
+
 void Resize::set__ResizeMode(Transforms::ResizeMode resizeMode) {
     Validator::ValidateEnum("resizeMode", resizeMode);
     m_enResizeMode = resizeMode;
@@ -102,9 +131,19 @@ std::int32_t Resize::get_WidthInPixels() {
     return _HorizontalUnitsToPixels(m_fWidth);
 }
 
+void Resize::set_WidthInPixels(std::int32_t width) {
+    const ObjectGuard guard(*this);
+    set__WidthInPixels(width);
+}
+
 std::int32_t Resize::get_HeightInPixels() {
     const ObjectGuard guard(*this);
     return _VerticalUnitsToPixels(m_fHeight);
+}
+
+void Resize::set_HeightInPixels(std::int32_t height) {
+    const ObjectGuard guard(*this);
+    set__HeightInPixels(height);
 }
 
 ResizeMode Resize::get_ResizeMode() {
@@ -147,6 +186,16 @@ void Resize::set_CropRectangle(const Host::RectangleF& cropRectangle) {
     m_cropRectangle = cropRectangle;
 }
 
+Host::Rectangle Resize::get_CropRectangleInPixels() {
+    const ObjectGuard guard(*this);
+    return _UnitsToPixels(m_cropRectangle);
+}
+
+void Resize::set_CropRectangleInPixels(const Host::Rectangle& cropRectangle) {
+    const ObjectGuard guard(*this);
+    set__CropRectangleInPixels(cropRectangle);
+}
+
 void Resize::CalculateProportionalDimensions(Bitmap& srcBitmap, std::int32_t* destWidth, std::int32_t* destHeight,
                                              Transforms::ResizeMode mode) {
     ThrowIfEmpty(srcBitmap, "srcBitmap");
@@ -164,7 +213,7 @@ void Resize::CalculateProportionalDimensions(std::int32_t srcWidth, std::int32_t
     RequireOutArguments(destWidth, destHeight);
     Validator::ValidateEnum("mode", mode);
     if (mode == ResizeMode::Resize) {
-        Bitmap::PreserveScaleFactor(srcWidth, srcHeight, destWidth, destHeight);
+        CompleteSize(srcWidth, srcHeight, *destWidth, *destHeight);
         return;
     }
     if (*destWidth <= 0) {
@@ -209,13 +258,7 @@ void Resize::ExportCrop() {
         transform.SetCropRectangleRef(nullptr);
         return;
     }
-    const std::int32_t left = _HorizontalUnitsToPixels(m_cropRectangle.Left);
-    const std::int32_t top = _VerticalUnitsToPixels(m_cropRectangle.Top);
-    const std::int64_t right = std::int64_t{left} + _HorizontalUnitsToPixels(m_cropRectangle.Width) - 1;
-    const std::int64_t bottom = std::int64_t{top} + _VerticalUnitsToPixels(m_cropRectangle.Height) - 1;
-    // What exceeds 32 bits lies outside every size, and is refused as such.
-    transform.SetCropRectangle({left, top, engine::TruncateToInt32(static_cast<double>(right)),
-                                engine::TruncateToInt32(static_cast<double>(bottom))});
+    transform.SetCropRectangle(EngineRegion(_UnitsToPixels(m_cropRectangle)));
 }
 
 void Resize::ExportSettings() {

@@ -1,5 +1,7 @@
 #include "ResizeReference.h"
 
+#include "SamplePlane.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -14,77 +16,7 @@ namespace ImagingFramework::Testing {
 
 namespace {
 
-using Int = std::int64_t;
-
-/// Samples of a whole raster as integers.
-struct Plane {
-    Int Width = 0;
-    Int Height = 0;
-    Int Samples = 0;
-    bool Alpha = false;
-    Int Maximum = 255;
-    std::vector<Int> Values;
-
-    Plane Sized(Int width, Int height) const {
-        Plane plane = *this;
-        plane.Width = width;
-        plane.Height = height;
-        plane.Values.assign(static_cast<std::size_t>(width * height * Samples), 0);
-        return plane;
-    }
-    Int& At(Int x, Int y, Int c) { return Values[static_cast<std::size_t>((y * Width + x) * Samples + c)]; }
-    Int At(Int x, Int y, Int c) const { return Values[static_cast<std::size_t>((y * Width + x) * Samples + c)]; }
-    Int Colors() const { return Alpha ? Samples - 1 : Samples; }
-    Plane Transposed() const {
-        Plane plane = Sized(Height, Width);
-        for (Int y = 0; y < Height; ++y) {
-            for (Int x = 0; x < Width; ++x) {
-                for (Int c = 0; c < Samples; ++c) {
-                    plane.At(y, x, c) = At(x, y, c);
-                }
-            }
-        }
-        return plane;
-    }
-};
-
-Plane ReadPlane(const BitmapData& raster) {
-    const PixelFormat format = raster.GetPixelFormat();
-    Plane plane;
-    const bool wide = PixelFormatIsExtended(format);
-    plane.Samples = PixelFormatSize(format) / (wide ? 16 : 8);
-    plane.Alpha = PixelFormatHasAlpha(format) && !HasFlag(format, PixelFormatFlag::Premultiplied);
-    plane.Maximum = wide ? 65535 : 255;
-    plane = plane.Sized(raster.GetWidth(), raster.GetHeight());
-    for (Int y = 0; y < plane.Height; ++y) {
-        const std::uint8_t* const row = raster.GetScanlineRef(static_cast<std::uint32_t>(y));
-        for (Int i = 0; i < plane.Width * plane.Samples; ++i) {
-            std::uint16_t value = row[wide ? 2 * i : i];
-            if (wide) {
-                value = static_cast<std::uint16_t>(value | (row[2 * i + 1] << 8));
-            }
-            plane.Values[static_cast<std::size_t>(y * plane.Width * plane.Samples + i)] = value;
-        }
-    }
-    return plane;
-}
-
-BitmapData WritePlane(const Plane& plane, PixelFormat format) {
-    BitmapData raster(static_cast<std::uint32_t>(plane.Width), static_cast<std::uint32_t>(plane.Height), format);
-    for (Int y = 0; y < plane.Height; ++y) {
-        std::uint8_t* const row = raster.GetScanlineRef(static_cast<std::uint32_t>(y));
-        for (Int i = 0; i < plane.Width * plane.Samples; ++i) {
-            const Int value = plane.Values[static_cast<std::size_t>(y * plane.Width * plane.Samples + i)];
-            if (plane.Maximum == 255) {
-                row[i] = static_cast<std::uint8_t>(value);
-            } else {
-                row[2 * i] = static_cast<std::uint8_t>(value & 255);
-                row[2 * i + 1] = static_cast<std::uint8_t>(value >> 8);
-            }
-        }
-    }
-    return raster;
-}
+using Plane = SamplePlane;
 
 double Ratio(Int source, Int target) {
     return static_cast<double>(source - 1) / (static_cast<double>(target - 1) + (target == 1 ? 0.5 : 0.0));
@@ -94,50 +26,19 @@ Int Fixed(double value) { return static_cast<Int>(std::floor(value * 65536.0 + 0
 
 // --- bilinear
 
-Plane Bilinear(const Plane& source, Int width, Int height, bool weighted) {
+Plane Bilinear(const Plane& source, Int width, Int height) {
     Plane result = source.Sized(width, height);
     const Int ratioX = Fixed(Ratio(source.Width, width));
     const Int ratioY = Fixed(Ratio(source.Height, height));
     for (Int y = 0; y < height; ++y) {
         for (Int x = 0; x < width; ++x) {
             const Int x0 = std::min((x * ratioX) >> 16, source.Width - 1);
-            const Int y0 = std::min((y * ratioY) >> 16, source.Height - 1);
             const Int x1 = std::min(x0 + 1, source.Width - 1);
-            const Int y1 = std::min(y0 + 1, source.Height - 1);
-            const Int fx = (x * ratioX) & 0xFFFF;
-            const Int fy = (y * ratioY) & 0xFFFF;
-            const Int wx = 65536 - fx;
-            const Int wy = 65536 - fy;
-            if (!weighted) {
-                for (Int c = 0; c < source.Samples; ++c) {
-                    const Int top = (source.At(x0, y0, c) * wx + source.At(x1, y0, c) * fx) >> 16;
-                    const Int bottom = (source.At(x0, y1, c) * wx + source.At(x1, y1, c) * fx) >> 16;
-                    result.At(x, y, c) = (top * wy + bottom * fy) >> 16;
-                }
-                continue;
-            }
-            const Int a = source.Colors();
-            const Int alphaTop = source.At(x0, y0, a) * wx + source.At(x1, y0, a) * fx;
-            const Int alphaBottom = source.At(x0, y1, a) * wx + source.At(x1, y1, a) * fx;
-            const Int top = alphaTop >> 16;
-            const Int bottom = alphaBottom >> 16;
-            const Int alpha = (top * wy + bottom * fy) >> 16;
-            result.At(x, y, a) = alpha;
-            if (alpha == 0) {
-                continue;
-            }
-            for (Int c = 0; c < a; ++c) {
-                Int sum = 0;
-                if (alphaTop != 0) {
-                    sum += (source.At(x0, y0, c) * source.At(x0, y0, a) * wx +
-                            source.At(x1, y0, c) * source.At(x1, y0, a) * fx) / alphaTop * top * wy;
-                }
-                if (alphaBottom != 0) {
-                    sum += (source.At(x0, y1, c) * source.At(x0, y1, a) * wx +
-                            source.At(x1, y1, c) * source.At(x1, y1, a) * fx) / alphaBottom * bottom * fy;
-                }
-                result.At(x, y, c) = sum / (top * wy + bottom * fy);
-            }
+            const auto row = [&](Int at) {
+                return source.Blend(source.At(x0, at), source.At(x1, at), (x * ratioX) & 0xFFFF);
+            };
+            const Int y0 = std::min((y * ratioY) >> 16, source.Height - 1);
+            result.At(x, y) = source.Blend(row(y0), row(std::min(y0 + 1, source.Height - 1)), (y * ratioY) & 0xFFFF);
         }
     }
     return result;
@@ -145,54 +46,82 @@ Plane Bilinear(const Plane& source, Int width, Int height, bool weighted) {
 
 // --- means of point samples
 
+using Positions = std::vector<std::pair<Int, Int>>;
+
 /// The mean of the listed pixels, colours weighted by alpha.
-void Mean(const Plane& source, const std::vector<std::pair<Int, Int>>& pixels, Plane& result, Int x, Int y) {
-    const Int count = static_cast<Int>(pixels.size());
-    Int alpha = 0;
-    for (const auto& [px, py] : pixels) {
-        alpha += source.Alpha ? source.At(px, py, source.Colors()) : 1;
-    }
-    for (Int c = 0; c < source.Colors(); ++c) {
-        Int sum = 0;
-        for (const auto& [px, py] : pixels) {
-            sum += source.At(px, py, c) * (source.Alpha ? source.At(px, py, source.Colors()) : 1);
+Pixel Mean(const Plane& source, const Positions& pixels) {
+    Pixel sums{};
+    Int weights = 0;
+    for (const auto& [x, y] : pixels) {
+        const Pixel& pixel = source.At(x, y);
+        const Int weight = source.Alpha ? pixel[source.Colors()] : 1;
+        weights += weight;
+        for (std::size_t c = 0; c < source.Colors(); ++c) {
+            sums[c] += pixel[c] * weight;
         }
-        result.At(x, y, c) = alpha == 0 ? 0 : sum / alpha;
+    }
+    for (std::size_t c = 0; c < source.Colors(); ++c) {
+        sums[c] = weights == 0 ? 0 : sums[c] / weights;
     }
     if (source.Alpha) {
-        result.At(x, y, source.Colors()) = alpha / count;
+        sums[source.Colors()] = weights / static_cast<Int>(pixels.size());
     }
+    return sums;
+}
+
+/// Every pixel is the mean of those in `columns(x)` and `rows(y)`.
+template <class Indices>
+Plane MeansOf(const Plane& source, Int width, Int height, const Indices& columns, const Indices& rows) {
+    Plane result = source.Sized(width, height);
+    for (Int y = 0; y < height; ++y) {
+        for (Int x = 0; x < width; ++x) {
+            Positions pixels;
+            for (const Int v : rows(y)) {
+                for (const Int u : columns(x)) {
+                    pixels.emplace_back(u, v);
+                }
+            }
+            result.At(x, y) = Mean(source, pixels);
+        }
+    }
+    return result;
+}
+
+/// The source positions along an axis for a position of the target.
+using AxisIndices = std::function<std::vector<Int>(Int)>;
+
+AxisIndices PointSamples(Int source, Int target, Int n) {
+    return [=, step = Fixed(Ratio(source, target) / static_cast<double>(n))](Int position) {
+        std::vector<Int> indices;
+        for (Int k = position * n; k < position * n + n; ++k) {
+            indices.push_back(std::min((k * step) >> 16, source - 1));
+        }
+        return indices;
+    };
+}
+
+AxisIndices Window(Int source, Int target) {
+    return [=, r = Ratio(source, target)](Int position) {
+        const Int n = static_cast<Int>(std::clamp(std::ceil(r), 3.0, 9.0));
+        std::vector<Int> indices;
+        for (Int q = 0; q < n; ++q) {
+            const double at = static_cast<double>(position) * r +
+                              (static_cast<double>(q) - static_cast<double>(n - 1) / 2.0) * r / static_cast<double>(n);
+            indices.push_back(std::clamp<Int>(static_cast<Int>(std::floor(at + 0.5)), 0, source - 1));
+        }
+        return indices;
+    };
 }
 
 Plane Anisotropic(const Plane& source, Int width, Int height, Int n) {
-    Plane result = source.Sized(width, height);
-    const Int stepX = Fixed(Ratio(source.Width, width) / static_cast<double>(n));
-    const Int stepY = Fixed(Ratio(source.Height, height) / static_cast<double>(n));
-    for (Int y = 0; y < height; ++y) {
-        for (Int x = 0; x < width; ++x) {
-            std::vector<std::pair<Int, Int>> pixels;
-            for (Int v = y * n; v < y * n + n; ++v) {
-                for (Int u = x * n; u < x * n + n; ++u) {
-                    pixels.emplace_back(std::min((u * stepX) >> 16, source.Width - 1),
-                                        std::min((v * stepY) >> 16, source.Height - 1));
-                }
-            }
-            Mean(source, pixels, result, x, y);
-        }
-    }
-    return result;
+    return MeansOf(source, width, height, PointSamples(source.Width, width, n), PointSamples(source.Height, height, n));
 }
 
 Plane Halved(const Plane& source) {
-    Plane result = source.Sized((source.Width + 1) / 2, (source.Height + 1) / 2);
-    for (Int y = 0; y < result.Height; ++y) {
-        for (Int x = 0; x < result.Width; ++x) {
-            const Int x1 = std::min(2 * x + 1, source.Width - 1);
-            const Int y1 = std::min(2 * y + 1, source.Height - 1);
-            Mean(source, {{2 * x, 2 * y}, {x1, 2 * y}, {2 * x, y1}, {x1, y1}}, result, x, y);
-        }
-    }
-    return result;
+    const auto pair = [](Int size) {
+        return AxisIndices([size](Int at) { return std::vector<Int>{2 * at, std::min(2 * at + 1, size - 1)}; });
+    };
+    return MeansOf(source, (source.Width + 1) / 2, (source.Height + 1) / 2, pair(source.Width), pair(source.Height));
 }
 
 double Share(Int target, Int small, Int large) {
@@ -204,7 +133,7 @@ double Share(Int target, Int small, Int large) {
 
 Plane Trilinear(const Plane& source, Int width, Int height) {
     if (width >= source.Width && height >= source.Height) {
-        return Bilinear(source, width, height, source.Alpha);
+        return Bilinear(source, width, height);
     }
     const double reduction = std::max(static_cast<double>(source.Width) / static_cast<double>(width),
                                       static_cast<double>(source.Height) / static_cast<double>(height));
@@ -216,27 +145,54 @@ Plane Trilinear(const Plane& source, Int width, Int height) {
     }
     const double share = Share(width, small.Width, large.Width) + Share(height, small.Height, large.Height);
     const Int weight = static_cast<Int>(std::clamp(share * 0.5 * 65536.0, 0.0, 65536.0));
-    const Plane a = Bilinear(large, width, height, source.Alpha);
-    const Plane b = Bilinear(small, width, height, source.Alpha);
-    Plane result = a;
-    for (Int y = 0; y < height; ++y) {
-        for (Int x = 0; x < width; ++x) {
-            const Int wa = weight * (source.Alpha ? a.At(x, y, a.Colors()) : 1);
-            const Int wb = (65536 - weight) * (source.Alpha ? b.At(x, y, a.Colors()) : 1);
-            const bool invisible = source.Alpha && (wa + wb) >> 16 == 0;
-            for (Int c = 0; c < a.Colors(); ++c) {
-                const Int sum = a.At(x, y, c) * wa + b.At(x, y, c) * wb;
-                result.At(x, y, c) = invisible ? 0 : sum / (wa + wb);
+    Plane result = Bilinear(large, width, height);
+    const Plane other = Bilinear(small, width, height);
+    for (std::size_t i = 0; i < result.Pixels.size(); ++i) {
+        result.Pixels[i] = result.Blend(result.Pixels[i], other.Pixels[i], 65536 - weight);
+    }
+    return result;
+}
+
+// --- filters, one axis at a time
+
+/// What one position of the target takes; nothing means the nearest pixel as it is.
+template <class Weight> struct Taps {
+    Int Nearest = 0;
+    std::vector<std::pair<Int, Weight>> List;
+    Weight Total = 0;
+};
+
+/// `tapsOf(x)` gives the taps of a column, `quotient(sum, divisor)` the sample.
+template <class Weight, class Quotient>
+Plane FilterRows(const Plane& source, Int width, const std::function<Taps<Weight>(Int)>& tapsOf, const Quotient& quotient) {
+    Plane result = source.Sized(width, source.Height);
+    for (Int x = 0; x < width; ++x) {
+        const Taps<Weight> taps = tapsOf(x);
+        for (Int y = 0; y < source.Height; ++y) {
+            if (taps.List.empty()) {
+                result.At(x, y) = source.At(taps.Nearest, y);
+                continue;
+            }
+            std::array<Weight, 5> sums{};
+            Weight alpha = 0;
+            for (const auto& [index, tap] : taps.List) {
+                const Pixel& pixel = source.At(index, y);
+                const Weight weight = source.Alpha ? tap * static_cast<Weight>(pixel[source.Colors()]) : tap;
+                alpha += weight;
+                for (std::size_t c = 0; c < source.Colors(); ++c) {
+                    sums[c] += weight * static_cast<Weight>(pixel[c]);
+                }
+            }
+            for (std::size_t c = 0; c < source.Colors(); ++c) {
+                result.At(x, y)[c] = quotient(sums[c], source.Alpha ? alpha : taps.Total);
             }
             if (source.Alpha) {
-                result.At(x, y, a.Colors()) = (wa + wb) >> 16;
+                result.At(x, y)[source.Colors()] = quotient(alpha, taps.Total);
             }
         }
     }
     return result;
 }
-
-// --- Lanczos, one axis at a time
 
 double Lanczos(double x) {
     if (x == 0.0) {
@@ -249,72 +205,39 @@ double Lanczos(double x) {
     return std::sin(a) / a * std::sin(a / 3.0) / (a / 3.0);
 }
 
-Int RoundClamped(double value, Int maximum) {
-    return std::clamp<Int>(static_cast<Int>(std::clamp(value + 0.5, -1.0, 1e6)), 0, maximum);
-}
-
 Plane LanczosRows(const Plane& source, Int width) {
-    Plane result = source.Sized(width, source.Height);
     const double r = Ratio(source.Width, width);
     const Int limit = source.Width / 2;
     const Int half = r >= 1.0 ? std::min<Int>(1 + static_cast<Int>(3.0 * r), limit) : std::min<Int>(4, limit);
     const Int taps = 2 * half - 1;
     const double s = 0.5 / std::max(r, 1.0);
-    for (Int x = 0; x < width; ++x) {
+    const auto tapsOf = [&](Int x) {
         const double p = static_cast<double>(x) * r;
         const Int nearest = static_cast<Int>(p + 0.5);
         const Int first = nearest - taps / 2;
-        std::vector<double> weights;
+        Taps<double> result{std::min(nearest, source.Width - 1), {}, 1.0};
         double sum = 0.0;
         for (Int t = 0; t < taps; ++t) {
-            weights.push_back(Lanczos((static_cast<double>(first) - p) * s + static_cast<double>(t) * s));
-            sum += weights.back();
+            result.List.emplace_back(first + t,
+                                     Lanczos((static_cast<double>(first) - p) * s + static_cast<double>(t) * s));
+            sum += result.List.back().second;
         }
+        const auto removed =
+            std::erase_if(result.List, [&](const auto& tap) { return tap.first < 0 || tap.first >= source.Width; });
         double inside = 0.0;
-        bool edge = false;
-        for (Int t = 0; t < taps; ++t) {
-            weights[static_cast<std::size_t>(t)] /= sum;
-            const bool within = first + t >= 0 && first + t < source.Width;
-            inside += within ? weights[static_cast<std::size_t>(t)] : 0.0;
-            edge = edge || !within;
+        for (auto& tap : result.List) {
+            inside += tap.second /= sum;
         }
-        for (Int y = 0; y < source.Height; ++y) {
-            if (half == 0) {
-                for (Int c = 0; c < source.Samples; ++c) {
-                    result.At(x, y, c) = source.At(std::min(nearest, source.Width - 1), y, c);
-                }
-                continue;
-            }
-            std::array<double, 6> sums{};
-            for (Int t = 0; t < taps; ++t) {
-                if (first + t < 0 || first + t >= source.Width) {
-                    continue;
-                }
-                double w = weights[static_cast<std::size_t>(t)];
-                w = edge ? w / inside : w;
-                if (source.Alpha) {
-                    w = w * static_cast<double>(source.At(first + t, y, source.Colors()));
-                }
-                for (Int c = 0; c < source.Colors(); ++c) {
-                    sums[static_cast<std::size_t>(c)] += w * static_cast<double>(source.At(first + t, y, c));
-                }
-                sums[5] += w;
-            }
-            for (Int c = 0; c < source.Colors(); ++c) {
-                const double value = sums[static_cast<std::size_t>(c)];
-                result.At(x, y, c) = !source.Alpha         ? RoundClamped(value, source.Maximum)
-                                     : sums[5] > 1e-11 ? RoundClamped(value / sums[5], source.Maximum)
-                                                         : 0;
-            }
-            if (source.Alpha) {
-                result.At(x, y, source.Colors()) = RoundClamped(sums[5], source.Maximum);
-            }
+        for (auto& tap : result.List) {
+            tap.second = removed != 0 ? tap.second / inside : tap.second;
         }
-    }
-    return result;
+        return result;
+    };
+    return FilterRows<double>(source, width, tapsOf, [&](double sum, double divisor) -> Int {
+        const double value = divisor > 1e-11 ? sum / divisor : 0.0;
+        return std::clamp<Int>(static_cast<Int>(std::clamp(value + 0.5, -1.0, 1e6)), 0, source.Maximum());
+    });
 }
-
-// --- contributor filters, one axis at a time
 
 float Kernel(InterpolationMode mode, float t) {
     const float a = std::fabs(t);
@@ -341,46 +264,31 @@ float Kernel(InterpolationMode mode, float t) {
 }
 
 Plane ContributorRows(const Plane& source, Int width, InterpolationMode mode) {
-    Plane result = source.Sized(width, source.Height);
     const float sizes[] = {static_cast<float>(source.Width), static_cast<float>(width)};
     const float f = std::min(1.0F, sizes[1] / sizes[0]);
     const float reach = 3.0F / f;
-    for (Int x = 0; x < width; ++x) {
+    const auto tapsOf = [&](Int x) {
         const float center = static_cast<float>(x) * sizes[0] / sizes[1];
-        std::vector<std::pair<Int, Int>> contributions;
-        Int total = 0;
+        const auto clamped = [&source](Int index) { return std::clamp<Int>(index, 0, source.Width - 1); };
+        Taps<Int> result{clamped(static_cast<Int>(std::floor(center + 0.5F))), {}, 0};
         for (Int j = static_cast<Int>(std::floor(center - reach)); j <= static_cast<Int>(std::ceil(center + reach)); ++j) {
             const float scaled = Kernel(mode, (center - static_cast<float>(j)) * f) * f * 65536.0F;
             const Int w = static_cast<Int>(std::floor(static_cast<double>(scaled) + 0.5));
             if (w != 0) {
-                contributions.emplace_back(std::clamp<Int>(j, 0, source.Width - 1), w);
-                total += w;
+                result.List.emplace_back(clamped(j), w);
+                result.Total += w;
             }
         }
-        for (Int y = 0; y < source.Height; ++y) {
-            Int weights = 0;
-            std::array<Int, 6> sums{};
-            for (const auto& [j, w] : contributions) {
-                const Int weight = w * (source.Alpha ? source.At(j, y, source.Colors()) : 1);
-                weights += weight;
-                for (Int c = 0; c < source.Colors(); ++c) {
-                    sums[static_cast<std::size_t>(c)] += weight * source.At(j, y, c);
-                }
-            }
-            for (Int c = 0; c < source.Colors(); ++c) {
-                const Int value = weights != 0 ? sums[static_cast<std::size_t>(c)] / weights : 0;
-                result.At(x, y, c) = std::clamp<Int>(value, 0, source.Maximum);
-            }
-            if (source.Alpha) {
-                result.At(x, y, source.Colors()) = std::clamp<Int>(weights / total, 0, source.Maximum);
-            }
-        }
-    }
-    return result;
+        return result;
+    };
+    return FilterRows<Int>(source, width, tapsOf, [&](Int sum, Int divisor) {
+        return std::clamp<Int>(divisor != 0 ? sum / divisor : 0, 0, source.Maximum());
+    });
 }
 
 // --- palettes
 
+/// The colours of a palette raster, alpha a sample like the others.
 Plane ResolvePalette(const BitmapData& source) {
     const ColorMap& map = *source.GetColorMapRef();
     const Int bits = PixelFormatSize(source.GetPixelFormat());
@@ -395,49 +303,24 @@ Plane ResolvePalette(const BitmapData& source) {
                 index = index * 2 + ((row[bit / 8] >> (7 - bit % 8)) & 1);
             }
             index = index < map.GetEntryCount() ? index : 0;
-            for (Int c = 0; c < plane.Samples; ++c) {
-                plane.At(x, y, c) = map.GetEntriesRef()[index * plane.Samples + c];
-            }
+            std::copy_n(map.GetEntriesRef() + static_cast<std::size_t>(index) * plane.Samples, plane.Samples,
+                        plane.At(x, y).begin());
         }
     }
     return plane;
 }
 
-std::vector<Int> Window(Int source, Int target, Int position) {
-    const double r = Ratio(source, target);
-    const Int n = static_cast<Int>(std::clamp(std::ceil(r), 3.0, 9.0));
-    std::vector<Int> indices;
-    for (Int q = 0; q < n; ++q) {
-        const double at = static_cast<double>(position) * r +
-                          (static_cast<double>(q) - static_cast<double>(n - 1) / 2.0) * r / static_cast<double>(n);
-        indices.push_back(std::clamp<Int>(static_cast<Int>(std::floor(at + 0.5)), 0, source - 1));
-    }
-    return indices;
-}
-
 Plane ScaleToGray(const Plane& source, Int width, Int height) {
     if (Ratio(source.Width, width) <= 1.0 && Ratio(source.Height, height) <= 1.0) {
-        return Bilinear(source, width, height, false);
+        return Bilinear(source, width, height);
     }
-    Plane result = source.Sized(width, height);
-    for (Int y = 0; y < height; ++y) {
-        for (Int x = 0; x < width; ++x) {
-            std::vector<std::pair<Int, Int>> pixels;
-            for (const Int v : Window(source.Height, height, y)) {
-                for (const Int u : Window(source.Width, width, x)) {
-                    pixels.emplace_back(u, v);
-                }
-            }
-            Mean(source, pixels, result, x, y);
-        }
-    }
-    return result;
+    return MeansOf(source, width, height, Window(source.Width, width), Window(source.Height, height));
 }
 
 Plane Resized(const Plane& source, Int width, Int height, InterpolationMode mode) {
     switch (mode) {
     case InterpolationMode::Bilinear:
-        return Bilinear(source, width, height, source.Alpha);
+        return Bilinear(source, width, height);
     case InterpolationMode::Trilinear:
         return Trilinear(source, width, height);
     case InterpolationMode::Anisotropic4:

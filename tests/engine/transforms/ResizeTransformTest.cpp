@@ -3,6 +3,7 @@
 #include "Common/EngineModule.h"
 #include "EachInstructionSet.h"
 #include "EventsProbe.h"
+#include "PixelValue.h"
 #include "ResizeReference.h"
 
 #include <cstring>
@@ -16,6 +17,7 @@ namespace {
 
 using Testing::EventsProbe;
 using Testing::NoiseRaster;
+using Testing::PixelAt;
 using Testing::ReferenceResize;
 using Testing::SamePixels;
 using enum InterpolationMode;
@@ -31,14 +33,23 @@ BitmapData GrayRow(const Bytes& samples, bool vertical = false) {
 }
 
 std::unique_ptr<BitmapData> Resize(const BitmapData& source, std::uint32_t width, std::uint32_t height,
-                                   InterpolationMode mode, const RegionRect* crop = nullptr) {
+                                   InterpolationMode mode, const RegionRect* crop = nullptr,
+                                   IInternalEvents* events = nullptr, std::int32_t timeout = -1) {
     ResizeTransform transform;
+    transform.SetEvents(events);
+    transform.SetTimeout(timeout);
     transform.SetWidth(width);
     transform.SetHeight(height);
     transform.SetInterpolationMode(mode);
     transform.SetCropRectangleRef(crop);
+    transform.SetProcessorCount(4); // where more than one thread is allowed
     std::unique_ptr<BitmapData> result;
-    transform.ApplyTransform(&source, nullptr, result);
+    try {
+        transform.ApplyTransform(&source, nullptr, result);
+    } catch (...) {
+        EXPECT_EQ(result, nullptr);
+        throw;
+    }
     return result;
 }
 
@@ -157,26 +168,14 @@ BitmapData HardRaster(std::uint32_t width, std::uint32_t height, PixelFormat for
         for (std::uint32_t i = 0; i < raster.GetRowSize(); ++i) {
             const std::uint32_t x = i / pixelSize;
             std::uint8_t& byte = raster.GetScanlineRef(y)[i];
-            switch (kind) {
-            case 0: // flat
-                byte = 201;
-                break;
-            case 1: // checks
-                byte = (x + y) % 2 == 0 ? 255 : 0;
-                break;
-            case 2: // neighbours that differ by one
-                byte = static_cast<std::uint8_t>(100 + ((x / 3 + y / 2) % 2));
-                break;
-            case 3: // a barely visible picture
-                byte = static_cast<std::uint8_t>(byte & 1);
-                break;
-            case 4: // colours of every kind with hardly any alpha
-                byte = i % pixelSize == pixelSize - 1 ? static_cast<std::uint8_t>(byte & 3) : byte;
-                break;
-            default: // stripes of opposite ends
-                byte = (x / 5) % 2 == 0 ? 255 : 0;
-                break;
-            }
+            const std::uint32_t kinds[] = {
+                201,                                               // flat
+                (x + y) % 2 == 0 ? 255U : 0U,                      // checks
+                100 + (x / 3 + y / 2) % 2,                         // neighbours that differ by one
+                byte & 1U,                                         // a barely visible picture
+                i % pixelSize == pixelSize - 1 ? byte & 3U : byte, // colours of every kind with hardly any alpha
+                (x / 5) % 2 == 0 ? 255U : 0U};                     // stripes of opposite ends
+            byte = static_cast<std::uint8_t>(kinds[kind]);
         }
     }
     return raster;
@@ -246,20 +245,13 @@ TEST(ResizeTransform, NearestCopiesWholePixelsInEveryFormat) {
         const BitmapData source = NoiseRaster(21, 9, format, 4);
         for (const auto& [width, height] : {std::pair{13U, 5U}, std::pair{50U, 20U}}) {
             const auto result = Resize(source, width, height, NearestNeighbour);
-            const std::uint32_t bits = PixelFormatSize(format);
-            const auto bit = [bits](const BitmapData& raster, std::uint64_t x, std::uint64_t y, std::uint32_t i) {
-                const std::uint64_t at = x * bits + i;
-                return (raster.GetScanlineRef(static_cast<std::uint32_t>(y))[at / 8] >> (7 - at % 8)) & 1;
-            };
             const auto ratioX = static_cast<std::uint64_t>(20.0 / (width - 1) * 65536.0 + 0.5);
             const auto ratioY = static_cast<std::uint64_t>(8.0 / (height - 1) * 65536.0 + 0.5);
-            for (std::uint64_t y = 0; y < height; ++y) {
-                for (std::uint64_t x = 0; x < width; ++x) {
+            for (std::uint32_t y = 0; y < height; ++y) {
+                for (std::uint32_t x = 0; x < width; ++x) {
                     const std::uint64_t sx = std::min<std::uint64_t>((x * ratioX) >> 16, 20);
-                    const std::uint64_t sy = std::min<std::uint64_t>((y * ratioY) >> 16, 8);
-                    for (std::uint32_t i = 0; i < bits; ++i) {
-                        ASSERT_EQ(bit(*result, x, y, i), bit(source, sx, sy, i)) << std::hex << ToWord(format);
-                    }
+                    const auto sy = static_cast<std::uint32_t>(std::min<std::uint64_t>((y * ratioY) >> 16, 8));
+                    ASSERT_EQ(PixelAt(*result, x, y), PixelAt(source, sx, sy)) << std::hex << ToWord(format);
                 }
             }
         }
@@ -314,13 +306,9 @@ TEST(ResizeTransform, CroppingEqualsCroppingTheWholeResult) {
                 const auto part = Resize(source, size.ToWidth, size.ToHeight, filter, &crop);
                 ASSERT_EQ(part->GetWidth(), 16U);
                 ASSERT_EQ(part->GetHeight(), 14U);
-                const std::uint32_t bits = PixelFormatSize(part->GetPixelFormat());
                 for (std::uint32_t y = 0; y < 14; ++y) {
-                    for (std::uint32_t i = 0; i < 16 * bits; ++i) {
-                        const std::uint32_t at = 5 * bits + i;
-                        ASSERT_EQ((part->GetScanlineRef(y)[i / 8] >> (7 - i % 8)) & 1,
-                                  (whole->GetScanlineRef(y + 3)[at / 8] >> (7 - at % 8)) & 1)
-                            << "mode " << mode << " row " << y << " bit " << i;
+                    for (std::uint32_t x = 0; x < 16; ++x) {
+                        ASSERT_EQ(PixelAt(*part, x, y), PixelAt(*whole, x + 5, y + 3)) << "mode " << mode << " row " << y;
                     }
                 }
             }
@@ -333,13 +321,7 @@ TEST(ResizeTransform, ASourceOfTheNewSizeIsCopiedWithAllItHas) {
     source.SetHorizontalResolution(300);
     for (const InterpolationMode mode : {HighQuality, Bilinear, NearestNeighbour}) {
         EventsProbe events;
-        ResizeTransform transform;
-        transform.SetEvents(&events);
-        transform.SetWidth(9);
-        transform.SetHeight(5);
-        transform.SetInterpolationMode(mode);
-        std::unique_ptr<BitmapData> result;
-        transform.ApplyTransform(&source, nullptr, result);
+        const auto result = Resize(source, 9, 5, mode, nullptr, &events);
         EXPECT_TRUE(SamePixels(*result, source));
         EXPECT_EQ(*result->GetColorMapRef(), *source.GetColorMapRef());
         EXPECT_DOUBLE_EQ(result->GetHorizontalResolution(), 300.0);
@@ -451,13 +433,7 @@ TEST(ResizeTransform, ProgressAddsUpToWhatWasAnnounced) {
     const BitmapData source = NoiseRaster(20, 31, PixelFormat::Format32bppArgb, 11);
     const auto announced = [&](InterpolationMode mode, std::uint32_t width, std::uint32_t height) {
         EventsProbe events;
-        ResizeTransform transform;
-        transform.SetEvents(&events);
-        transform.SetWidth(width);
-        transform.SetHeight(height);
-        transform.SetInterpolationMode(mode);
-        std::unique_ptr<BitmapData> result;
-        transform.ApplyTransform(&source, nullptr, result);
+        Resize(source, width, height, mode, nullptr, &events);
         EXPECT_EQ(events.Steps(), events.Announced()) << static_cast<int>(mode);
         return events.Announced();
     };
@@ -483,17 +459,10 @@ TEST(ResizeTransform, AbortAtEveryStepLeavesNoDestination) {
             for (bool aborted = true; aborted; ++step) {
                 ASSERT_LT(step, 60);
                 EventsProbe events(step);
-                ResizeTransform transform;
-                transform.SetEvents(&events);
-                transform.SetWidth(7);
-                transform.SetHeight(6);
-                transform.SetInterpolationMode(filter);
-                std::unique_ptr<BitmapData> result;
                 try {
-                    transform.ApplyTransform(&source, nullptr, result);
+                    Resize(source, 7, 6, filter, nullptr, &events);
                     aborted = false;
                 } catch (const AbortedException&) {
-                    EXPECT_EQ(result, nullptr);
                 }
             }
             EXPECT_GE(step, 6) << mode;
@@ -516,15 +485,7 @@ TEST(ResizeTransform, TimeLimitsEndTheRun) {
     const BitmapData source = NoiseRaster(40, 200, PixelFormat::Format24bppRgb, 12);
     for (const InterpolationMode mode : {NearestNeighbour, Bilinear, Trilinear, Lanczos3Filter, Anisotropic4, BellFilter}) {
         SleepyEvents events;
-        ResizeTransform transform;
-        transform.SetEvents(&events);
-        transform.SetTimeout(10);
-        transform.SetWidth(20);
-        transform.SetHeight(190);
-        transform.SetInterpolationMode(mode);
-        std::unique_ptr<BitmapData> result;
-        EXPECT_THROW(transform.ApplyTransform(&source, nullptr, result), TimeOutException);
-        EXPECT_EQ(result, nullptr);
+        EXPECT_THROW(Resize(source, 20, 190, mode, nullptr, &events, 10), TimeOutException);
     }
 }
 
@@ -539,18 +500,10 @@ TEST(ResizeTransform, ThreadingGivesEqualResultsAndFullProgress) {
         const BitmapData source = NoiseRaster(70, 300, format, 13);
         for (const InterpolationMode mode : {Lanczos3Filter, Bilinear, Anisotropic4, Anisotropic9, BoxFilter, Trilinear}) {
             EventsProbe events;
-            ResizeTransform transform;
-            transform.SetEvents(&events);
-            transform.SetWidth(33);
-            transform.SetHeight(210);
-            transform.SetInterpolationMode(mode);
-            transform.SetProcessorCount(4);
-            std::unique_ptr<BitmapData> result;
-            {
-                const ParallelLoops parallel;
-                transform.ApplyTransform(&source, nullptr, result);
-            }
-            EXPECT_TRUE(SamePixels(*result, *Resize(source, 33, 210, mode))) << static_cast<int>(mode);
+            const auto alone = Resize(source, 33, 210, mode);
+            const ParallelLoops parallel;
+            const auto result = Resize(source, 33, 210, mode, nullptr, &events);
+            EXPECT_TRUE(SamePixels(*result, *alone)) << static_cast<int>(mode);
             EXPECT_EQ(events.Steps(), events.Announced());
         }
     }
@@ -561,15 +514,7 @@ TEST(ResizeTransform, ThreadingStopsAllWorkersOnAbort) {
     const BitmapData source = NoiseRaster(40, 400, PixelFormat::Format24bppRgb, 14);
     for (const InterpolationMode mode : {Lanczos3Filter, Bilinear, Anisotropic4, Anisotropic9}) {
         EventsProbe events(0);
-        ResizeTransform transform;
-        transform.SetEvents(&events);
-        transform.SetWidth(20);
-        transform.SetHeight(300);
-        transform.SetInterpolationMode(mode);
-        transform.SetProcessorCount(4);
-        std::unique_ptr<BitmapData> result;
-        EXPECT_THROW(transform.ApplyTransform(&source, nullptr, result), AbortedException);
-        EXPECT_EQ(result, nullptr);
+        EXPECT_THROW(Resize(source, 20, 300, mode, nullptr, &events), AbortedException);
     }
 }
 

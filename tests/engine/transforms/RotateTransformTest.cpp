@@ -2,6 +2,7 @@
 
 #include "EventsProbe.h"
 #include "ResizeReference.h"
+#include "SamplePlane.h"
 #include "transforms/FlipAndRotateTransform.h"
 
 #include <cmath>
@@ -16,10 +17,11 @@ namespace ImagingFramework {
 namespace {
 
 using Testing::EventsProbe;
+using Testing::Int;
 using Testing::NoiseRaster;
+using Testing::Pixel;
 using Testing::SamePixels;
 using enum InterpolationMode;
-using Pixel = std::vector<std::uint64_t>;
 
 constexpr Transform::ColorRecord Background = {0x2010, 0x8030, 0xF050, 0x9070, 0x40B0};
 
@@ -38,93 +40,52 @@ std::unique_ptr<BitmapData> Rotate(const BitmapData& source, double angle, Inter
 
 class Reference {
 public:
-    Reference(const BitmapData& source, bool bilinear)
-        : m_source(source), m_wide(PixelFormatIsExtended(source.GetPixelFormat())),
-          m_samples(PixelFormatSize(source.GetPixelFormat()) / (m_wide ? 16 : 8)), m_bilinear(bilinear),
-          m_alpha(PixelFormatHasAlpha(source.GetPixelFormat()) &&
-                  !HasFlag(source.GetPixelFormat(), PixelFormatFlag::Premultiplied)) {}
+    Reference(const BitmapData& source, bool bilinear) : m_source(Testing::ReadPlane(source)), m_bilinear(bilinear) {}
 
-    Pixel At(const BitmapData& raster, std::int64_t x, std::int64_t y) const {
-        Pixel pixel(m_samples);
-        const bool inside = x >= 0 && y >= 0 && x < raster.GetWidth() && y < raster.GetHeight();
-        for (std::size_t c = 0; c < m_samples; ++c) {
-            if (!inside) {
-                pixel[c] = m_wide ? Background[c] : Background[c] >> 8;
-                continue;
-            }
-            const std::size_t at = static_cast<std::size_t>(x) * m_samples + c;
-            const std::uint8_t* const row = raster.GetScanlineRef(static_cast<std::uint32_t>(y));
-            pixel[c] = m_wide ? row[2 * at] + 256U * row[2 * at + 1] : row[at];
-        }
-        return pixel;
-    }
-
-    Pixel Sample(std::int64_t x, std::int64_t y) const {
+    /// The pixel of a 16.16 position.
+    Pixel Sample(Int x, Int y) const {
         if (!m_bilinear) {
-            return At(m_source, (x + 32768) >> 16, (y + 32768) >> 16);
+            return At((x + 32768) >> 16, (y + 32768) >> 16);
         }
-        const std::int64_t left = x >> 16;
-        const std::int64_t top = y >> 16;
-        const auto wx = static_cast<std::uint64_t>(x & 0xFFFF);
-        const auto wy = static_cast<std::uint64_t>(y & 0xFFFF);
-        if (wx == 0 && wy == 0) {
-            return At(m_source, left, top);
+        const Int left = x >> 16;
+        const Int top = y >> 16;
+        if (((x | y) & 0xFFFF) == 0) {
+            return At(left, top);
         }
-        const Pixel upper = BlendNeighbours(At(m_source, left, top), At(m_source, left + 1, top), wx);
-        const Pixel lower = BlendNeighbours(At(m_source, left, top + 1), At(m_source, left + 1, top + 1), wx);
-        return BlendRows(upper, lower, wy);
+        const auto row = [&](Int at) { return m_source.Blend(At(left, at), At(left + 1, at), x & 0xFFFF); };
+        return m_source.Blend(row(top), row(top + 1), y & 0xFFFF);
     }
 
 private:
-    Pixel Plain(const Pixel& a, const Pixel& b, std::uint64_t weight) const {
-        Pixel pixel(m_samples);
-        for (std::size_t c = 0; c < m_samples; ++c) {
-            pixel[c] = (a[c] * (65536 - weight) + b[c] * weight) >> 16;
+    Pixel At(Int x, Int y) const {
+        if (x >= 0 && y >= 0 && x < m_source.Width && y < m_source.Height) {
+            return m_source.At(x, y);
         }
-        return pixel;
-    }
-    Pixel BlendNeighbours(const Pixel& a, const Pixel& b, std::uint64_t weight) const {
-        Pixel pixel = Plain(a, b, weight);
-        if (m_alpha) {
-            const std::uint64_t wa = a.back() * (65536 - weight);
-            const std::uint64_t wb = b.back() * weight;
-            for (std::size_t c = 0; c + 1 < m_samples; ++c) {
-                pixel[c] = wa + wb == 0 ? 0 : (a[c] * wa + b[c] * wb) / (wa + wb);
-            }
-        }
-        return pixel;
-    }
-    Pixel BlendRows(const Pixel& a, const Pixel& b, std::uint64_t weight) const {
-        Pixel pixel = BlendNeighbours(a, b, weight);
-        if (m_alpha && pixel.back() == 0) {
-            pixel.assign(m_samples, 0);
+        Pixel pixel{};
+        for (std::size_t c = 0; c < m_source.Samples; ++c) {
+            pixel[c] = m_source.Wide ? Background[c] : Background[c] >> 8;
         }
         return pixel;
     }
 
-    const BitmapData& m_source;
-    bool m_wide;
-    std::size_t m_samples;
+    Testing::SamplePlane m_source;
     bool m_bilinear;
-    bool m_alpha;
 };
 
 void ExpectFormula(const BitmapData& source, double degrees, InterpolationMode mode) {
-    const auto result = Rotate(source, degrees, mode);
+    const Testing::SamplePlane result = Testing::ReadPlane(*Rotate(source, degrees, mode));
     const double radians = -degrees * std::numbers::pi / 180.0;
-    const auto dxx = static_cast<std::int64_t>(std::floor(std::cos(radians) * 65536.0 + 0.5));
-    const auto dxy = static_cast<std::int64_t>(std::floor(std::sin(radians) * 65536.0 + 0.5));
+    const auto dxx = static_cast<Int>(std::floor(std::cos(radians) * 65536.0 + 0.5));
+    const auto dxy = static_cast<Int>(std::floor(std::sin(radians) * 65536.0 + 0.5));
     const Reference reference(source, mode == Bilinear);
-    const std::int64_t w = result->GetWidth();
-    const std::int64_t h = result->GetHeight();
-    for (std::int64_t y = 0; y < h; ++y) {
-        for (std::int64_t x = 0; x < w; ++x) {
+    for (Int y = 0; y < result.Height; ++y) {
+        for (Int x = 0; x < result.Width; ++x) {
             // Twice the distances from the centres, so that everything stays whole.
-            const std::int64_t X = 2 * x - w + 1;
-            const std::int64_t Y = 2 * y - h + 1;
-            const std::int64_t sx = ((std::int64_t{source.GetWidth()} - 1) * 65536 + X * dxx - Y * dxy) >> 1;
-            const std::int64_t sy = ((std::int64_t{source.GetHeight()} - 1) * 65536 + X * dxy + Y * dxx) >> 1;
-            ASSERT_EQ(reference.At(*result, x, y), reference.Sample(sx, sy))
+            const Int X = 2 * x - result.Width + 1;
+            const Int Y = 2 * y - result.Height + 1;
+            const Int sx = ((Int{source.GetWidth()} - 1) * 65536 + X * dxx - Y * dxy) >> 1;
+            const Int sy = ((Int{source.GetHeight()} - 1) * 65536 + X * dxy + Y * dxx) >> 1;
+            ASSERT_EQ(result.At(x, y), reference.Sample(sx, sy))
                 << std::hex << ToWord(source.GetPixelFormat()) << std::dec << " by " << degrees << " mode "
                 << static_cast<int>(mode) << " at " << x << " " << y << " of " << source.GetWidth() << "x"
                 << source.GetHeight();
@@ -263,10 +224,6 @@ TEST(RotateTransform, AnglesThatAreNoneAndMisuse) {
     const BitmapData wide(100000, 1, PixelFormat::Format8bppGrayScale);
     transform.SetAngle(45);
     EXPECT_THROW(transform.ApplyTransform(&wide, nullptr, result), OverflowException);
-    EventsProbe stop(3);
-    transform.SetEvents(&stop);
-    EXPECT_THROW(transform.ApplyTransform(&source, nullptr, result), AbortedException);
-    EXPECT_EQ(result, nullptr);
     EventsProbe probe;
     transform.SetEvents(&probe);
     transform.ApplyTransform(&source, nullptr, result);

@@ -68,6 +68,31 @@ TEST(PerChannelBitmapTransform, TouchesTheSelectedChannelsAlone) {
               "The array should have 5 elements.");
 }
 
+/// Works on a part of its source.
+class WhitenPart final : public Transforms::BitmapTransform {
+public:
+    explicit WhitenPart(const Host::Rectangle& part)
+        : BitmapTransform(BitmapChange::Custom, std::make_unique<WhitenTransform>()), m_part(part) {}
+
+protected:
+    Host::Rectangle OnTransforming() override { return m_part; }
+
+private:
+    Host::Rectangle m_part;
+};
+
+TEST(BitmapTransform, WorksOnThePartThatItNames) {
+    const auto sizeOf = [](const Host::Rectangle& part) {
+        Bitmap bitmap(5, 4, PixelFormat::Format24bppRgb);
+        WhitenPart(part).ApplyTransform(bitmap);
+        return std::pair(bitmap.get_Width(), bitmap.get_Height());
+    };
+    EXPECT_EQ(sizeOf({1, 2, 3, 2}), std::pair(3, 2));
+    EXPECT_EQ(sizeOf({1, 2, 0, 2}), std::pair(5, 4)) << "no width means the whole";
+    EXPECT_THROW(sizeOf({1, 2, -1, 2}), Host::ArgumentException);
+    EXPECT_THROW(sizeOf({1, 2, 2147483647, 2}), Host::ArgumentOutOfRangeException);
+}
+
 /// A mask of 0, 128, 255 from the left.
 std::unique_ptr<Bitmap> ThreeStepMask() {
     PixelArray array(3, 1, 1);

@@ -6,6 +6,7 @@
 #include <Corvane/Rasterloom/Transforms/Resize.h>
 #include <Corvane/Rasterloom/TransformsProvider.h>
 
+#include "Ramp.h"
 #include "Throws.h"
 
 #include <atomic>
@@ -19,15 +20,6 @@ namespace {
 
 using Transforms::InterpolationMode;
 using Transforms::ResizeMode;
-
-Bitmap& Ramp(Bitmap& bitmap) {
-    for (std::int32_t x = 0; x < bitmap.get_Width(); ++x) {
-        for (std::int32_t y = 0; y < bitmap.get_Height(); ++y) {
-            bitmap.SetPixel(x, y, Color::FromRgb(static_cast<std::uint8_t>(x * 10), static_cast<std::uint8_t>(y), 0));
-        }
-    }
-    return bitmap;
-}
 
 TEST(Resize, TheProviderRunsTheWholeChainOfEvents) {
     Bitmap bitmap(20, 10, PixelFormat::Format24bppRgb);
@@ -112,17 +104,8 @@ TEST(Resize, AHandlerThatFailsStopsItBeforeItBegins) {
     EXPECT_EQ(bitmap.get_Width(), 4);
 }
 
-TEST(Resize, CanBeAbortedFromEverywhere) {
+TEST(Resize, AnAbortBeforeTheFirstStepIsNotLost) {
     Bitmap bitmap(64, 600, PixelFormat::Format24bppRgb);
-    {
-        const auto progress = bitmap.Progress.Subscribe([&](ProgressEventArgs& args) {
-            if (args.get_Current() > 20) {
-                bitmap.Abort();
-            }
-        });
-        EXPECT_THROW(bitmap.get_Transforms()->Resize(32, 500, InterpolationMode::Lanczos3Filter), AbortedException);
-    }
-    EXPECT_EQ(bitmap.get_Height(), 600);
     Transforms::Resize resize(32, 500);
     {
         const auto started = resize.Started.Subscribe([&](EventArgs&) { resize.Abort(); });
@@ -173,7 +156,15 @@ TEST(Resize, GoesFromOneBitmapToAnother) {
     resize.ApplyTransform(*view, destination);
     EXPECT_EQ(destination.get_Width(), 3);
     EXPECT_TRUE(source.get_BitsLocked());
-    EXPECT_FALSE(view->get_Locked());
+    // Neither its own bitmap nor one with a view out can take the result, which is told before the work.
+    const auto starting = resize.Starting.Subscribe([](EventArgs&) { ADD_FAILURE() << "begun"; });
+    EXPECT_THROW(resize.ApplyTransform(*view, source), ObjectLockedException);
+    const auto other = destination.LockBits();
+    EXPECT_THROW(resize.ApplyTransform(*view, destination), BitmapLockedException);
+    EXPECT_EQ(changes, 2);
+    for (const ILockable* const object : std::initializer_list<const ILockable*>{&source, &destination, view.get(), &resize}) {
+        EXPECT_FALSE(object->get_Locked());
+    }
 }
 
 TEST(Resize, ProportionsFollowTheMode) {
@@ -191,6 +182,13 @@ TEST(Resize, ProportionsFollowTheMode) {
     Bitmap bitmap(300, 200, PixelFormat::Format24bppRgb);
     bitmap.get_Transforms()->Resize(100, 100, ResizeMode::Fit);
     EXPECT_EQ(bitmap.get_Height(), 66);
+    // The product comes before the division: 1 / 49 is less than a 49th in doubles.
+    Bitmap wide(98, 49, PixelFormat::Format24bppRgb);
+    wide.get_Transforms()->Resize(0, 1);
+    EXPECT_EQ(wide.get_Width(), 2);
+    Bitmap thin(10, 1000, PixelFormat::Format24bppRgb);
+    thin.get_Transforms()->Resize(0, 50);
+    EXPECT_EQ(thin.get_Width(), 1);
 }
 
 TEST(Resize, CropsInCoordinatesOfTheResult) {
@@ -207,6 +205,16 @@ TEST(Resize, CropsInCoordinatesOfTheResult) {
     EXPECT_EQ(part.GetPixel(3, 4).ToInt32(), whole.GetPixel(8, 10).ToInt32());
     resize.set_CropRectangle({15, 15, 6, 6});
     EXPECT_THROW(resize.ApplyTransform(whole), Host::ArgumentOutOfRangeException);
+    // In units, by 72 pixels to the inch while no bitmap tells another number.
+    resize.set_Unit(Unit::Inch);
+    resize.set_WidthInPixels(144);
+    resize.set_HeightInPixels(36);
+    EXPECT_EQ(resize.get_Width(), 2.0F);
+    EXPECT_EQ(resize.get_Height(), 0.5F);
+    resize.set_CropRectangleInPixels({18, 0, 36, 72});
+    EXPECT_EQ(resize.get_CropRectangle(), Host::RectangleF(0.25F, 0, 0.5F, 1));
+    EXPECT_EQ(resize.get_CropRectangleInPixels(), (Host::Rectangle{18, 0, 36, 72}));
+    EXPECT_EQ(ThrownParameter<Host::ArgumentOutOfRangeException>([&] { resize.set_WidthInPixels(-1); }), "width");
 }
 
 TEST(Resize, ListsEveryFormatButOne) {

@@ -50,7 +50,7 @@ public:
 protected:
     BitmapTransform(BitmapChange change, std::unique_ptr<ImagingFramework::Transform> transform);
 
-    /// The part of the source to work on, in pixels; an empty rectangle means the whole.
+    /// The part of the source to work on, in pixels; a width or a height of 0 means the whole.
     virtual Host::Rectangle OnTransforming();
     /// True when the result was used up; else it is attached when the work ends.
     virtual bool SetDestinationData(std::unique_ptr<ImagingFramework::BitmapData>& destBitmapData);
@@ -77,6 +77,9 @@ protected:
     void SetHorizontalResolution(float value) override;
     float GetVerticalResolution() override;
     void SetVerticalResolution(float value) override;
+    /// From the current `Unit` and to it, with these resolutions; fail as `UnitConverter` does.
+    Host::Rectangle _UnitsToPixels(const Host::RectangleF& rectangle);
+    Host::RectangleF _PixelsToUnits(const Host::Rectangle& rectangle);
     /// Fails with `Host::ObjectDisposedException`.
     void CheckNotDisposed() const;
 
@@ -107,6 +110,7 @@ protected:
     Bitmap* ChangedBitmap() const;
     /// Fails with `BitmapEmptyException`, with the name of the parameter.
     static void ThrowIfEmpty(Bitmap& bitmap, const char* name);
+
 private:
     Bitmap* SourceBitmap() const;
     void TakeLocks();

@@ -21,12 +21,16 @@ public:
     /// applied, with `Host::ArgumentOutOfRangeException`.
     Host::RectangleF get_Rectangle();
     void set_Rectangle(const Host::RectangleF& rectangle);
+    /// The same in pixels, by the resolutions of the bitmap at work, 72 where there is none.
+    Host::Rectangle get_RectangleInPixels();
+    void set_RectangleInPixels(const Host::Rectangle& rectangle);
     /// Converted to the bitmap's colour space. The packed 16-bit formats take its bytes as they are, so that black and
     /// white alone are what they seem. "No colour" fails with `Host::ArgumentNullException` ("backgroundColor").
     Color get_Background();
     void set_Background(const Color& backgroundColor);
 
     void set__Rectangle(const Host::RectangleF& rectangle);
+    void set__RectangleInPixels(const Host::Rectangle& rectangle);
     void set__Background(const Color& backgroundColor);
 
 protected:

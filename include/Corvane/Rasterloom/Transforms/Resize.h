@@ -28,9 +28,11 @@ public:
     /// The wanted height, alike.
     float get_Height();
     void set_Height(float height);
-    /// The wanted size in pixels.
+    /// The same in pixels, by the resolutions of the bitmap at work, 72 where there is none.
     std::int32_t get_WidthInPixels();
+    void set_WidthInPixels(std::int32_t width);
     std::int32_t get_HeightInPixels();
+    void set_HeightInPixels(std::int32_t height);
     /// How the wanted size is read. A value without a name fails with `Host::ArgumentException`.
     ResizeMode get_ResizeMode();
     void set_ResizeMode(ResizeMode resizeMode);
@@ -43,9 +45,13 @@ public:
     /// In coordinates of the result: only that part of it is computed, when cropping is enabled.
     Host::RectangleF get_CropRectangle();
     void set_CropRectangle(const Host::RectangleF& cropRectangle);
+    /// The same in pixels, as the size is.
+    Host::Rectangle get_CropRectangleInPixels();
+    void set_CropRectangleInPixels(const Host::Rectangle& cropRectangle);
 
-    /// The size that a bitmap would get. Null fails with `Host::ArgumentNullException`, an empty bitmap with
-    /// `BitmapEmptyException` ("srcBitmap"), a source side not above 0 with `Host::ArgumentOutOfRangeException`.
+    /// The size in pixels that a bitmap would get; what is wanted goes in. Null fails with
+    /// `Host::ArgumentNullException`, an empty bitmap with `BitmapEmptyException` ("srcBitmap"), a source side not above
+    /// 0 with `Host::ArgumentOutOfRangeException`, and so does a wanted one in the modes `Shrink` and `Fit`.
     static void CalculateProportionalDimensions(Bitmap& srcBitmap, std::int32_t* destWidth, std::int32_t* destHeight,
                                                 ResizeMode mode);
     static void CalculateProportionalDimensions(std::int32_t srcWidth, std::int32_t srcHeight, std::int32_t* destWidth,
@@ -53,8 +59,11 @@ public:
 
     void set__Width(float width);
     void set__Height(float height);
+    void set__WidthInPixels(std::int32_t width);
+    void set__HeightInPixels(std::int32_t height);
     void set__ResizeMode(ResizeMode resizeMode);
     void set__InterpolationMode(InterpolationMode interpolationMode);
+    void set__CropRectangleInPixels(const Host::Rectangle& cropRectangle);
 
 protected:
     void ExportSettings() override;

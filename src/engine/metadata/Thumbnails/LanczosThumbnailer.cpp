@@ -138,8 +138,8 @@ template <class Sample>
 SincStretch& LanczosThumbnailer<Sample>::ColumnsFrom(std::uint32_t first, std::uint32_t count) {
     if (m_pColumns == nullptr || m_uintColumnsFirst != first) {
         m_pColumns.reset();
-        m_pColumns = std::make_unique<SincStretch>(SincStretch::Pass::Rows, m_uintImageWidth, m_uintThumbWidth, first, count, m_uintSamples,
-                                                   sizeof(Sample));
+        m_pColumns = std::make_unique<SincStretch>(SincStretch::Pass::Rows, m_uintImageWidth, m_uintThumbWidth, first,
+                                                   count, m_uintSamples, sizeof(Sample));
         m_uintColumnsFirst = first;
     }
     return *m_pColumns;
@@ -148,8 +148,8 @@ SincStretch& LanczosThumbnailer<Sample>::ColumnsFrom(std::uint32_t first, std::u
 template <class Sample> SincStretch& LanczosThumbnailer<Sample>::RowsOfNextThumbRow() {
     // Once for each row that is made, not for each that comes in: a tall image has many weights a row.
     if (m_pRows == nullptr) {
-        m_pRows = std::make_unique<SincStretch>(SincStretch::Pass::Columns, m_uintImageHeight, m_uintThumbHeight, m_uintNextThumbRow, 1,
-                                                m_uintSamples, sizeof(Sample));
+        m_pRows = std::make_unique<SincStretch>(SincStretch::Pass::Columns, m_uintImageHeight, m_uintThumbHeight,
+                                                m_uintNextThumbRow, 1, m_uintSamples, sizeof(Sample));
     }
     return *m_pRows;
 }
@@ -170,7 +170,8 @@ template <class Sample> void LanczosThumbnailer<Sample>::ProduceRows() {
             for (std::uint32_t i = 0; i < blocks.size(); ++i) {
                 blocks[i] = ChunkOf(firstBlock + i, column);
             }
-            weights.Kernel().FilterColumns(blocks.data(), 0, m_output.data() + column * m_uintSamples * sizeof(Sample), columns);
+            std::uint8_t* const output = m_output.data() + column * m_uintSamples * sizeof(Sample);
+            weights.Kernel().FilterColumns(blocks.data(), 0, output, columns);
             column += columns;
         }
         m_outputConverter.Convert(m_output.data(), m_pThumbBitmapData->GetScanlineRef(m_uintNextThumbRow));

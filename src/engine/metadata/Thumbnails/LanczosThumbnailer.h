@@ -32,7 +32,8 @@ private:
     SincStretch& RowsOfNextThumbRow();
     /// The columns from `column` on, which a chunk of weights begins with, of a block in the ring.
     std::uint8_t* ChunkOf(std::uint32_t block, std::uint32_t column) const {
-        return ITwoPassKernel::Align(m_ring.Get()) + block % m_ringBlocks * m_blockBytes + column / m_uintColumnsAtOnce * m_chunkBytes;
+        return ITwoPassKernel::Align(m_ring.Get()) + block % m_ringBlocks * m_blockBytes +
+               column / m_uintColumnsAtOnce * m_chunkBytes;
     }
     std::uint8_t* SpareChunk() const { return ITwoPassKernel::Align(m_ring.Get()) + m_ringBlocks * m_blockBytes; }
 

@@ -144,8 +144,6 @@ private:
 
 } // namespace
 
-float ContributorKernel(InterpolationMode mode, float t) { return ChooseKernel(mode)(t); }
-
 TapAxis<std::int32_t> CreateContributorAxis(InterpolationMode mode, std::uint32_t sourceSize, std::uint32_t newSize,
                                             std::uint32_t cropStart, std::uint32_t count) {
     const ContributorSource source(mode, sourceSize, newSize);

@@ -8,12 +8,10 @@
 
 namespace ImagingFramework {
 
-/// The kernel of one of the six contributor filters, in single precision. Fails with `ArgumentException` for other modes.
-float ContributorKernel(InterpolationMode mode, float t);
-
 /// The 16.16 weights of `count` positions from `cropStart` on. Here destination position i lies on source position
 /// i * source size / new size, so unlike all other families corners do not lie on corners. Taps outside the source repeat
-/// its edge. A position where every weight rounds to 0 copies the nearest pixel.
+/// its edge. A position where every weight rounds to 0 copies the nearest pixel. Fails with `ArgumentException` for a mode
+/// that is none of the six filters.
 TapAxis<std::int32_t> CreateContributorAxis(InterpolationMode mode, std::uint32_t sourceSize, std::uint32_t newSize,
                                             std::uint32_t cropStart, std::uint32_t count);
 
