@@ -27,7 +27,8 @@ void ForEachCorpusFile(std::initializer_list<const char*> folders, int least, Ch
     }
     int count = 0;
     for (const char* const folder : folders) {
-        for (const auto& entry : std::filesystem::recursive_directory_iterator(std::filesystem::path(corpus) / folder)) {
+        for (const auto& entry :
+             std::filesystem::recursive_directory_iterator(std::filesystem::path(corpus) / folder)) {
             if (entry.is_regular_file()) {
                 SCOPED_TRACE(entry.path().string());
                 count += check(entry.path().filename().string(), ReadFile(entry.path())) ? 1 : 0;

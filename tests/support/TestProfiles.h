@@ -154,10 +154,10 @@ std::vector<Sample> Transform(const Bytes& from, cmsUInt32Number inFormat, const
     const cmsHPROFILE in = open(from);
     const cmsHPROFILE out = open(to);
     const cmsHPROFILE proof = pProof != nullptr ? open(*pProof) : nullptr;
-    const cmsHTRANSFORM transform =
-        proof != nullptr ? cmsCreateProofingTransform(in, inFormat, out, outFormat, proof, intent, intent,
-                                                      flags | cmsFLAGS_SOFTPROOFING)
-                         : cmsCreateTransform(in, inFormat, out, outFormat, intent, flags);
+    const cmsHTRANSFORM transform = proof != nullptr
+                                        ? cmsCreateProofingTransform(in, inFormat, out, outFormat, proof, intent,
+                                                                     intent, flags | cmsFLAGS_SOFTPROOFING)
+                                        : cmsCreateTransform(in, inFormat, out, outFormat, intent, flags);
     const std::size_t count = pixels.size() / T_CHANNELS(inFormat);
     std::vector<Sample> result(count * T_CHANNELS(outFormat));
     cmsDoTransform(transform, pixels.data(), result.data(), static_cast<cmsUInt32Number>(count));

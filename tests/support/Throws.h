@@ -21,7 +21,8 @@ template <class Class, class Body> std::string ThrownText(Body body) {
 }
 
 /// Runs `body`, which must fail with exactly `Class` and a text that `part` stands in.
-template <class Class, class Body> void ExpectThrown(std::string_view part, Body body) {
+template <class Class, class Body>
+void ExpectThrown(std::string_view part, Body body) {
     const std::string text = ThrownText<Class>(body);
     EXPECT_NE(text.find(part), text.npos) << text << "\ninstead of\n" << part;
 }

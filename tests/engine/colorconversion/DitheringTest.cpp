@@ -1,5 +1,5 @@
-#include "Throws.h"
 #include "EachInstructionSet.h"
+#include "Throws.h"
 #include "colorconversion/IndexedErrorDiffusion.h"
 #include "colorconversion/IndexedLinks.h"
 #include "colorconversion/IndexedNoiseDithering.h"

@@ -309,8 +309,8 @@ TEST(ExifBlock, StructureIsNotCopied) {
         }
     }
     // Structure, and the resolution, which is 282, 283, 296 and 531.
-    EXPECT_EQ(missing, (std::vector<std::uint16_t>{256, 257, 258, 259, 262, 273, 277, 278, 279, 282, 283, 284,
-                                                   296, 513, 514, 530, 531, 34377, 34665, 34853, 40965}));
+    EXPECT_EQ(missing, (std::vector<std::uint16_t>{256, 257, 258, 259, 262, 273, 277,   278,   279,   282,  283,
+                                                   284, 296, 513, 514, 530, 531, 34377, 34665, 34853, 40965}));
     exif.SetKeepMakerNote(false);
     Sink without;
     exif.SerializeForTiff(without);

@@ -71,10 +71,11 @@ TEST(ExifKey, NamesGoBothWays) {
     ExifDataStorage exif;
     std::string name;
     std::uint32_t key = 0;
-    const std::pair<const char*, std::uint32_t> examples[] = {
-        {"ExifThumbnailWidth", 0xF0010100}, {"ExifThumbnailJPEGInterchangeFormat", 0xF0010201},
-        {"ExifGpsLatitudeRef", 0xF0030001}, {"ExifInteroperabilityIndex", 0xF0040001},
-        {"ExifThumbnail", 0xF00FF00F}};
+    const std::pair<const char*, std::uint32_t> examples[] = {{"ExifThumbnailWidth", 0xF0010100},
+                                                              {"ExifThumbnailJPEGInterchangeFormat", 0xF0010201},
+                                                              {"ExifGpsLatitudeRef", 0xF0030001},
+                                                              {"ExifInteroperabilityIndex", 0xF0040001},
+                                                              {"ExifThumbnail", 0xF00FF00F}};
     for (const auto& [expected, expectedKey] : examples) {
         EXPECT_TRUE(exif.KeyToName(expectedKey, name) && name == expected) << name;
         EXPECT_TRUE(exif.NameToKey(expected, key) && key == expectedKey) << expected;
@@ -103,8 +104,8 @@ TEST(ExifDataStorage, TextsAndBytesFollowTheTable) {
     const std::tuple<std::uint32_t, const char*, std::string> texts[] = {
         {0x0132, "2004:02:29 23:59:58.12345", "2004:02:29 23:59:58\0"s}, // 19 characters and the NUL
         {0x9003, "2004", "2004" + std::string(16, '\0')},
-        {0x010F, "Zeiß", "Zeiß\0"s},                            // UTF-8 and its NUL
-        {0xA004, "abcdefghijkß.wav", "abcdefghijk\0\0"s},       // no half of a character
+        {0x010F, "Zeiß", "Zeiß\0"s},                      // UTF-8 and its NUL
+        {0xA004, "abcdefghijkß.wav", "abcdefghijk\0\0"s}, // no half of a character
         {0xF0030001, "North", "N\0"s},
         {0x0131, "", "\0"s},
     };

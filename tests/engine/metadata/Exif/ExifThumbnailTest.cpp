@@ -140,7 +140,8 @@ TEST(ExifThumbnail, UncompressedOnesBecomeATiffFile) {
             return Fields{b.Short(0x0100, {1}), b.Short(0x0102, {8, 8, 8}), b.Long(0x0111, {first, second}),
                           b.Short(0x0117, {2, 1}), b.Rational(0x011A, {96, 1})};
         };
-        const ExifDataStorage exif = ParseExif(BlockWithThumbnail(empty, fields(empty, 501, 505), {0, 11, 12, 0, 0, 13}));
+        const ExifDataStorage exif =
+            ParseExif(BlockWithThumbnail(empty, fields(empty, 501, 505), {0, 11, 12, 0, 0, 13}));
         ASSERT_NE(exif.GetThumbnailRef(), nullptr);
         EXPECT_EQ(exif.GetThumbnailRef()->GetHorizontalResolution(), 96);
         ExifBuilder file(true);

@@ -18,7 +18,8 @@ constexpr std::uint16_t CharacterSet = 0x15A;
 Bytes Block(std::initializer_list<std::pair<std::uint16_t, std::string_view>> datasets) {
     Bytes block;
     for (const auto& [key, data] : datasets) {
-        for (const std::size_t byte : {std::size_t{0x1C}, std::size_t{key} >> 8, std::size_t{key}, data.size() >> 8, data.size()}) {
+        for (const std::size_t byte :
+             {std::size_t{0x1C}, std::size_t{key} >> 8, std::size_t{key}, data.size() >> 8, data.size()}) {
             block.push_back(static_cast<std::uint8_t>(byte));
         }
         block.insert(block.end(), data.begin(), data.end());
@@ -27,8 +28,12 @@ Bytes Block(std::initializer_list<std::pair<std::uint16_t, std::string_view>> da
 }
 
 /// As a picture desk writes it: version, city, two keywords, a data set without data, one that has no name.
-const Bytes Typical = Block({{0x200, "\0\4"sv}, {Keyword, "lake"}, {Keyword, "alps"}, {0x228, ""},
-                             {City, "Z\xFCrich"}, {0x2BB, "\xFF\xFE\x01"}});
+const Bytes Typical = Block({{0x200, "\0\4"sv},
+                             {Keyword, "lake"},
+                             {Keyword, "alps"},
+                             {0x228, ""},
+                             {City, "Z\xFCrich"},
+                             {0x2BB, "\xFF\xFE\x01"}});
 
 void Read(IptcData& data, const Bytes& block) {
     const std::uint8_t none = 0;

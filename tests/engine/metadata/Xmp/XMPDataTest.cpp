@@ -38,8 +38,10 @@ std::string Dump(const XMPNode& node) {
     const XMPNamespace* const ns = node.GetNamespaceOrNull();
     const std::string name = ns != nullptr ? XMPData::GetQualifiedName(*ns, node.GetName()) + "=" : "";
     using enum XMPNodeType;
-    const std::pair<XMPNodeType, const char*> kinds[] = {{Structure, "{}"},           {UnorderedArray, "bag()"},
-                                                         {OrderedArray, "seq()"},     {AlternativeArray, "alt()"},
+    const std::pair<XMPNodeType, const char*> kinds[] = {{Structure, "{}"},
+                                                         {UnorderedArray, "bag()"},
+                                                         {OrderedArray, "seq()"},
+                                                         {AlternativeArray, "alt()"},
                                                          {LocalizedText, "lang()"}};
     const auto kind = std::ranges::find(kinds, node.GetNodeType(), [](const auto& pair) { return pair.first; });
     if (kind == std::end(kinds)) {
@@ -311,17 +313,25 @@ TEST(XMPNamespace, OnePrefixForEachUri) {
     EXPECT_EQ(XMPNamespace::GetRegistered(second.GetIndex()).front(), &second);
     const XMPData data(Packet("<onePrefix:a xmlns:onePrefix='urn:one-prefix:2'>1</onePrefix:a>"));
     EXPECT_EQ(Dump(data), "onePrefix_1_:a='1'");
-    for (const auto& [uri, prefix] :
-         {std::pair("", "a"), {"a\nb", "a"}, {"a\xFF", "a"}, {"http://www.w3.org/2000/xmlns/", "a"}, {"urn:wrong", "a:"},
-          {"urn:wrong", "xmlns"}, {"urn:wrong", "1"}}) {
+    for (const auto& [uri, prefix] : {std::pair("", "a"),
+                                      {"a\nb", "a"},
+                                      {"a\xFF", "a"},
+                                      {"http://www.w3.org/2000/xmlns/", "a"},
+                                      {"urn:wrong", "a:"},
+                                      {"urn:wrong", "xmlns"},
+                                      {"urn:wrong", "1"}}) {
         ThrownText<ArgumentException>([&] { XMPNamespace::Register(uri, prefix); });
     }
 }
 
 TEST(XmpText, Languages) {
-    for (const auto& [from, to] :
-         {std::pair("en", "en"), {"EN-us", "en-US"}, {"X-DEFAULT", "x-default"}, {"zh-hant-TW", "zh-hant-tw"},
-          {"de-AT-1996", "de-AT-1996"}, {"", ""}, {"a-", "a-"}}) {
+    for (const auto& [from, to] : {std::pair("en", "en"),
+                                   {"EN-us", "en-US"},
+                                   {"X-DEFAULT", "x-default"},
+                                   {"zh-hant-TW", "zh-hant-tw"},
+                                   {"de-AT-1996", "de-AT-1996"},
+                                   {"", ""},
+                                   {"a-", "a-"}}) {
         EXPECT_EQ(NormalizeLanguage(from), to);
     }
 }
