@@ -5,20 +5,37 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <gtest/gtest.h>
+#include <initializer_list>
 #include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
 
-/// The folder of the optional test corpus; empty when there is none.
-inline std::filesystem::path CorpusFolder() {
-    const char* const folder = std::getenv("RASTERLOOM_CORPUS");
-    return folder != nullptr ? folder : "";
-}
-
 inline std::vector<std::uint8_t> ReadFile(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/// Gives `check` the name and the bytes of every file below these folders of the optional test corpus. It tells whether
+/// the file had what it looks for; more than `least` files must.
+template <class Check>
+void ForEachCorpusFile(std::initializer_list<const char*> folders, int least, Check check) {
+    const char* const corpus = std::getenv("RASTERLOOM_CORPUS");
+    if (corpus == nullptr || *corpus == 0) {
+        GTEST_SKIP() << "RASTERLOOM_CORPUS is not set";
+    }
+    int count = 0;
+    for (const char* const folder : folders) {
+        for (const auto& entry :
+             std::filesystem::recursive_directory_iterator(std::filesystem::path(corpus) / folder)) {
+            if (entry.is_regular_file()) {
+                SCOPED_TRACE(entry.path().string());
+                count += check(entry.path().filename().string(), ReadFile(entry.path())) ? 1 : 0;
+            }
+        }
+    }
+    EXPECT_GT(count, least);
 }
 
 /// What stands behind `identifier` in the segments of a JPEG file that have this marker and begin with it, joined.
@@ -39,10 +56,6 @@ inline std::vector<std::uint8_t> JoinSegments(const std::vector<std::uint8_t>& f
     return joined;
 }
 
-inline std::vector<std::uint8_t> ResourcesOfJpeg(const std::filesystem::path& path) {
-    return JoinSegments(ReadFile(path), 0xED, std::string_view("Photoshop 3.0\0", 14));
-}
-
-inline std::vector<std::uint8_t> XmpOfJpeg(const std::filesystem::path& path) {
-    return JoinSegments(ReadFile(path), 0xE1, std::string_view("http://ns.adobe.com/xap/1.0/\0", 29));
+inline std::vector<std::uint8_t> ResourcesOfJpeg(const std::vector<std::uint8_t>& file) {
+    return JoinSegments(file, 0xED, std::string_view("Photoshop 3.0\0", 14));
 }

@@ -3,6 +3,7 @@
 #include <exception>
 #include <gtest/gtest.h>
 #include <string>
+#include <string_view>
 
 /// Runs `body`, which must fail with exactly `Class`, and gives the text of the failure.
 template <class Class, class Body> std::string ThrownText(Body body) {
@@ -19,7 +20,14 @@ template <class Class, class Body> std::string ThrownText(Body body) {
     return {};
 }
 
-/// The same, giving the name of the parameter that an argument failure names.
+/// Runs `body`, which must fail with exactly `Class` and a text that `part` stands in.
+template <class Class, class Body>
+void ExpectThrown(std::string_view part, Body body) {
+    const std::string text = ThrownText<Class>(body);
+    EXPECT_NE(text.find(part), text.npos) << text << "\ninstead of\n" << part;
+}
+
+/// Like `ThrownText`, giving the name of the parameter that an argument failure names.
 template <class Class, class Body> std::string ThrownParameter(Body body) {
     try {
         body();

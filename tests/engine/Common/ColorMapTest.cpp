@@ -1,6 +1,6 @@
 #include "Common/ColorMap.h"
 
-#include "VectorTargets.h"
+#include "EachInstructionSet.h"
 #include "metadata/Streams/MemoryReader.h"
 #include "metadata/Streams/MemoryWriter.h"
 
@@ -213,7 +213,7 @@ TEST(GridColorMapper, AnswersAsTheTreeDoesInSequence) {
                 for (const std::uint32_t pixelLevels : {levels * 2 - 1, 256U}) {
                     SCOPED_TRACE(std::to_string(count) + " entries of " + std::to_string(levels) + " levels");
                     const auto pixels = CoarsePixels(random, 2000, std::min(pixelLevels, 256U));
-                    ForEachVectorTarget([&] { CompareWithTree(map, pixels); });
+                    Testing::ForEachInstructionSet([&] { CompareWithTree(map, pixels); });
                 }
             }
         }
@@ -253,7 +253,7 @@ TEST(GridColorMapper, SharesListsWhereTheyGrowLarge) {
         const std::uint8_t* const p = pixels.data() + 4 * i;
         expected[i] = static_cast<std::uint8_t>(tree.GetNearestColorIndex(p[3], p[2], p[1], p[0]));
     }
-    ForEachVectorTarget([&] {
+    Testing::ForEachInstructionSet([&] {
         KDTreeColorMapper twin;
         twin.SetColorMap(map);
         GridColorMapper grid(twin.GetSearch());

@@ -1,5 +1,5 @@
+#include "EachInstructionSet.h"
 #include "Throws.h"
-#include "VectorTargets.h"
 #include "colorconversion/IndexedErrorDiffusion.h"
 #include "colorconversion/IndexedLinks.h"
 #include "colorconversion/IndexedNoiseDithering.h"
@@ -182,7 +182,7 @@ TEST(ErrorDiffusion, AgreesWithTheSlowWay) {
                 const int intensity = number % 2 == 0 ? 100 : 37;
                 const auto kind = static_cast<DitheringType>(type);
                 const auto expected = DiffuseSlowly(kind, intensity, maps[number], rows);
-                ForEachVectorTarget([&] {
+                Testing::ForEachInstructionSet([&] {
                     ColorMap map = maps[number];
                     EXPECT_EQ(Dither(kind, static_cast<std::uint32_t>(intensity), map, rows), expected)
                         << "type " << type << ", palette " << number << ", width " << width;

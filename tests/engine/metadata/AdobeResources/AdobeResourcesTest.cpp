@@ -2,7 +2,6 @@
 
 #include "JpegSegments.h"
 #include "Throws.h"
-#include "metadata/AdobeResources/AdobeResourceBlockIterator.h"
 
 namespace ImagingFramework {
 namespace {
@@ -100,22 +99,18 @@ TEST(AdobeResources, TruncationAtEveryByte) {
 
 TEST(AdobeResources, FailuresByName) {
     AdobeResources resources;
-    const auto expect = [](const std::string& text, const char* part) {
-        EXPECT_NE(text.find(part), text.npos) << text;
-    };
-    expect(ThrownText<ArgumentNullPointerException>([&] { resources.Initialize(nullptr, 9); }), "pData");
-    expect(ThrownText<ArgumentException>([&] { resources.Initialize(All.data(), 0); }), "uintSize");
-    expect(ThrownText<ArgumentException>([&] { resources.Load({}); }), "objSrcBlock");
-    expect(ThrownText<ArgumentOutOfRangeException>([&] { resources.Initialize(All.data(), 3); }),
-           "'uintDataSize' is out of range (The value of the argument is too small. Size of the buffer must be at "
-           "least above signature "
-           "length.");
     const Bytes later = Bytes{0} + Plain;
-    expect(ThrownText<ArgumentException>([&] { resources.Initialize(later.data(), later.size()); }),
-           "pData). (Cannot find signature in specified buffer.");
-    expect(ThrownText<ArgumentOutOfRangeException>([&] { resources.GetItemDataByIndex(0); }), "uintIndex");
-    ThrownText<ArgumentOutOfRangeException>([&] { resources.SetItemDataByIndex(0, {}); });
-    ThrownText<ArgumentOutOfRangeException>([&] { resources.SetItemNameByIndex(0, ""); });
+    ExpectThrown<ArgumentNullPointerException>("pData", [&] { resources.Initialize(nullptr, 9); });
+    ExpectThrown<ArgumentException>("uintSize", [&] { resources.Initialize(All.data(), 0); });
+    ExpectThrown<ArgumentException>("objSrcBlock", [&] { resources.Load({}); });
+    ExpectThrown<ArgumentOutOfRangeException>("'uintDataSize' is out of range (The value of the argument is too small. "
+                                              "Size of the buffer must be at least above signature length.",
+                                              [&] { resources.Initialize(All.data(), 3); });
+    ExpectThrown<ArgumentException>("pData). (Cannot find signature in specified buffer.",
+                                    [&] { resources.Initialize(later.data(), later.size()); });
+    ExpectThrown<ArgumentOutOfRangeException>("uintIndex", [&] { resources.GetItemDataByIndex(0); });
+    ExpectThrown<ArgumentOutOfRangeException>("uintIndex", [&] { resources.SetItemDataByIndex(0, {}); });
+    ExpectThrown<ArgumentOutOfRangeException>("uintIndex", [&] { resources.SetItemNameByIndex(0, ""); });
     ThrownText<ArgumentOutOfRangeException>([&] { resources.SetItem(0x10000, {}); });
     ThrownText<InvalidTypeCastException>([&] { resources.SetItem(1, DataItem(std::int32_t{1})); });
     EXPECT_EQ(resources.GetCount(), 0U);
@@ -149,21 +144,14 @@ TEST(AdobeResources, SetsValues) {
 }
 
 TEST(AdobeResources, RealBlocksComeOutAsTheyWentIn) {
-    if (CorpusFolder().empty()) {
-        GTEST_SKIP() << "RASTERLOOM_CORPUS is not set";
-    }
-    std::size_t count = 0;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(CorpusFolder() / "jpeg")) {
-        const Bytes block = ResourcesOfJpeg(entry.path());
-        const auto name = entry.path().filename().string();
+    ForEachCorpusFile({"jpeg"}, 3, [](const std::string& name, const Bytes& file) {
+        const Bytes block = ResourcesOfJpeg(file);
         if (block.empty() || name.starts_with("made-8bim")) {
-            continue; // the made ones are damaged
+            return false; // the made ones are damaged
         }
-        Bytes saved = Saved(Parse(block));
-        EXPECT_EQ(saved, block) << name;
-        ++count;
-    }
-    EXPECT_GT(count, 3U);
+        EXPECT_EQ(Saved(Parse(block)), block);
+        return true;
+    });
 }
 
 } // namespace

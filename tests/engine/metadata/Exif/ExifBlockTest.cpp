@@ -6,21 +6,15 @@
 #include "metadata/Exif/ExifBlockWriter.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <gtest/gtest.h>
-#include <map>
+#include <numeric>
+#include <set>
 
 namespace ImagingFramework {
 namespace {
 
 using Bytes = ExifBuilder::Bytes;
 using Fields = std::vector<ExifBuilder::Field>;
-
-Bytes WithIdentifier(const Bytes& block) {
-    Bytes payload = {'E', 'x', 'i', 'f', 0, 0};
-    payload.insert(payload.end(), block.begin(), block.end());
-    return payload;
-}
 
 /// A block of one directory.
 Bytes SingleDirectory(const ExifBuilder& empty, const Fields& fields) {
@@ -37,14 +31,14 @@ std::string Text(const ExifDataStorage& exif, std::uint32_t key) {
 
 /// All tags that are copied come back equal, the maker note at its place, the thumbnail's file as it was; what we wrote
 /// comes back byte for byte.
-void ExpectRoundTrip(const Bytes& block, const std::string& name) {
+void ExpectRoundTrip(const Bytes& block) {
     const ExifDataStorage exif = ParseExifTolerantly(block);
     if (exif.SerializeForJpeg().empty()) {
         return;
     }
     const Bytes written = WriteExif(exif);
     const ExifDataStorage again = ParseExif(written);
-    EXPECT_EQ(WriteExif(again), written) << name;
+    EXPECT_EQ(WriteExif(again), written);
     for (std::uint32_t ifd = 0; ifd < ExifIfdCount; ++ifd) {
         const auto directory = static_cast<ExifIfd>(ifd);
         std::vector<std::uint16_t> tags;
@@ -52,16 +46,15 @@ void ExpectRoundTrip(const Bytes& block, const std::string& name) {
         for (const std::uint16_t tag : tags) {
             if (ExifBlockWriter::ShouldBeWritten(tag, ifd < 2, true) && again.GetTagCount(directory) != 0 &&
                 !ExifBlockWriter::IsOffsetIntoFile(tag)) {
-                ASSERT_NE(again.GetTag(tag, directory), nullptr) << name << " " << ifd << " " << tag;
-                EXPECT_EQ(*again.GetTag(tag, directory), *exif.GetTag(tag, directory)) << name << " " << tag;
+                ASSERT_NE(again.GetTag(tag, directory), nullptr) << ifd << " " << tag;
+                EXPECT_EQ(*again.GetTag(tag, directory), *exif.GetTag(tag, directory)) << ifd << " " << tag;
             }
         }
     }
     const ExifTag* const pNote = exif.GetTag(0x927C, ExifIfd::Exif);
     if (pNote != nullptr && pNote->Data.size() > 4) {
         EXPECT_EQ(std::ranges::search(written, pNote->Data).begin() - written.begin(),
-                  std::ranges::search(block, pNote->Data).begin() - block.begin())
-            << name;
+                  std::ranges::search(block, pNote->Data).begin() - block.begin());
     }
 }
 
@@ -72,7 +65,7 @@ TEST(ExifBlock, ComesBackByteForByte) {
                 const CameraBlock camera(little, hasMakerNote, noteSize);
                 const ExifDataStorage exif = ParseExif(camera.Block);
                 EXPECT_EQ(exif.IsLittleEndian(), little);
-                EXPECT_EQ(exif.SerializeForJpeg(), WithIdentifier(camera.Block)) << little << hasMakerNote << noteSize;
+                EXPECT_EQ(WriteExif(exif), camera.Block) << little << hasMakerNote << noteSize;
             }
         }
     }
@@ -82,7 +75,7 @@ TEST(ExifBlock, ValuesAreThoseOfTheFile) {
     for (const bool little : {true, false}) {
         const CameraBlock camera(little);
         const ExifDataStorage exif = ParseExif(camera.Block);
-        const std::map<std::uint32_t, std::string> texts = {
+        const std::pair<std::uint32_t, const char*> texts[] = {
             {0x010F, "Maker & Sons"},
             {0x0112, "Right top"},
             {0x011A, "300/1"},
@@ -129,44 +122,40 @@ TEST(ExifBlock, AnyOrderIsReadAndPutInOrder) {
         EXPECT_EQ(Text(parsed, 0x9207), "Spot");
         EXPECT_EQ(Text(parsed, 2), "1.00/2.00/3.00");
         EXPECT_EQ(Text(parsed, 1), "Thumbnail file");
-
-        ExpectRoundTrip(b.Get(), "any order");
+        ExpectRoundTrip(b.Get());
     }
 }
 
 TEST(ExifBlock, MakerNoteKeepsItsPlaceWhereItCan) {
-    const auto noteIn = [](const ExifDataStorage& exif, std::uint32_t place) {
+    const auto parseNote = [](std::uint32_t place, std::uint32_t size, std::uint16_t type = 7) {
+        ExifBuilder b(true);
+        b.Directory({b.Long(0x8769, {26})});
+        b.Directory({{0x927C, type, size, b.Number(place, 4)}});
+        b.FillTo(std::max(b.Size(), place));
+        Bytes note(size);
+        std::iota(note.begin(), note.end(), std::uint8_t{1});
+        b.Append(note);
+        return ParseExif(b.Get());
+    };
+    const auto isKept = [&](std::uint32_t place, std::uint32_t size, std::uint16_t type = 7) {
+        const ExifDataStorage exif = parseNote(place, size, type);
         const Bytes block = WriteExif(exif);
         const Bytes& note = exif.GetTag(0x927C, ExifIfd::Exif)->Data;
         return place + note.size() <= block.size() && std::equal(note.begin(), note.end(), block.begin() + place);
     };
-    const auto parseNote = [](std::uint32_t place, std::uint32_t size, std::uint16_t type = 7) {
-        ExifBuilder b(true);
-        const std::uint32_t exif = b.Directory({{0x927C, type, size, b.Number(place, 4)}});
-        b.SetFirst(b.Directory({b.Long(0x8769, {exif})}));
-        b.FillTo(std::max(b.Size(), place));
-        for (std::uint32_t i = 0; i < size; ++i) {
-            b.Append({static_cast<std::uint8_t>(i + 1)});
-        }
-        return ParseExif(b.Get());
-    };
-    EXPECT_TRUE(noteIn(parseNote(777, 5), 777)) << "an odd place, too";
-    EXPECT_TRUE(noteIn(parseNote(60000, 5000), 60000));
-    EXPECT_FALSE(noteIn(parseNote(65400, 100), 65400)) << "no room for the directories behind it";
-    EXPECT_FALSE(noteIn(parseNote(70000, 100), 70000));
-    EXPECT_FALSE(noteIn(parseNote(777, 5, 1), 777)) << "bytes, not undefined";
+    EXPECT_TRUE(isKept(777, 5)) << "an odd place, too";
+    EXPECT_TRUE(isKept(60000, 5000));
+    EXPECT_FALSE(isKept(65400, 100)) << "no room for the directories behind it";
+    EXPECT_FALSE(isKept(70000, 100));
+    EXPECT_FALSE(isKept(777, 5, 1)) << "bytes, not undefined";
     const ExifDataStorage inlineNote = parseNote(0x04030201, 4);
     EXPECT_LT(inlineNote.SerializeForJpeg().size(), 60U);
-    EXPECT_EQ(ParseExif(WriteExif(inlineNote)).GetTag(0x927C, ExifIfd::Exif)->Data,
-              (Bytes{1, 2, 3, 4}));
+    EXPECT_EQ(ParseExif(WriteExif(inlineNote)).GetTag(0x927C, ExifIfd::Exif)->Data, (Bytes{1, 2, 3, 4}));
     // The note lies over the header: 4 is no place for it.
-    ExifDataStorage overHeader = parseNote(777, 5);
-    {
-        ExifBuilder b(true);
-        b.SetFirst(b.Directory({b.Long(0x8769, {26})}));
-        b.Directory({{0x927C, 7, 10, b.Number(4, 4)}});
-        overHeader = ParseExif(b.Get());
-    }
+    ExifBuilder b(true);
+    b.Directory({b.Long(0x8769, {26})});
+    b.Directory({{0x927C, 7, 10, b.Number(4, 4)}});
+    ExifDataStorage overHeader = ParseExif(b.Get());
     EXPECT_TRUE(ParseExif(WriteExif(overHeader)).Contains(0x927C));
     overHeader.SetKeepMakerNote(false);
     EXPECT_TRUE(overHeader.SerializeForJpeg().empty()) << "nothing else was there";
@@ -301,34 +290,27 @@ TEST(ExifBlock, SizeIsLimited) {
 }
 
 /// Collects what a TIFF codec is given.
-class Sink : public IExifTagSink {
-public:
-    void SetTag(ExifIfd ifd, std::uint16_t tag, const ExifTag&) override {
-        Tags.push_back({static_cast<std::uint32_t>(ifd), tag});
-    }
-    std::vector<std::pair<std::uint32_t, std::uint32_t>> Tags;
+struct Sink : IExifTagSink {
+    void SetTag(ExifIfd ifd, std::uint16_t tag, const ExifTag&) override { Tags.emplace(ifd, tag); }
+    std::set<std::pair<ExifIfd, std::uint16_t>> Tags;
 };
 
 TEST(ExifBlock, StructureIsNotCopied) {
-    const std::vector<std::uint16_t> never = {256, 257, 258, 259, 262,   273,   277,   278,  279,
-                                              284, 513, 514, 530, 34377, 34665, 34853, 40965};
-    const std::vector<std::uint16_t> resolution = {282, 283, 296, 531};
     ExifDataStorage exif;
-    for (std::uint32_t tag = 250; tag < 65000; ++tag) {
-        exif.SetTagInternal(static_cast<std::uint16_t>(tag), ExifIfd::Exif, ExifTag::FromShort(1));
+    for (std::uint16_t tag = 250; tag < 65000; ++tag) {
+        exif.SetTagInternal(tag, ExifIfd::Exif, ExifTag::FromShort(1));
     }
     Sink sink;
     exif.SerializeForTiff(sink);
     std::vector<std::uint16_t> missing;
-    for (std::uint32_t tag = 250; tag < 65000; ++tag) {
-        if (!std::ranges::binary_search(sink.Tags, std::pair(2U, tag))) {
-            missing.push_back(static_cast<std::uint16_t>(tag));
+    for (std::uint16_t tag = 250; tag < 65000; ++tag) {
+        if (!sink.Tags.contains({ExifIfd::Exif, tag})) {
+            missing.push_back(tag);
         }
     }
-    std::vector<std::uint16_t> expected = never;
-    expected.insert(expected.end(), resolution.begin(), resolution.end());
-    std::ranges::sort(expected);
-    EXPECT_EQ(missing, expected);
+    // Structure, and the resolution, which is 282, 283, 296 and 531.
+    EXPECT_EQ(missing, (std::vector<std::uint16_t>{256, 257, 258, 259, 262, 273, 277,   278,   279,   282,  283,
+                                                   284, 296, 513, 514, 530, 531, 34377, 34665, 34853, 40965}));
     exif.SetKeepMakerNote(false);
     Sink without;
     exif.SerializeForTiff(without);
@@ -345,20 +327,14 @@ TEST(ExifBlock, StructureIsNotCopied) {
 
 /// Where a folder of them is at hand.
 TEST(ExifBlock, RealCamerasRoundTrip) {
-    if (CorpusFolder().empty()) {
-        GTEST_SKIP() << "RASTERLOOM_CORPUS is not set";
-    }
-    int count = 0;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(CorpusFolder())) {
-        if (entry.path().extension() == ".jpg") {
-            const Bytes block = JoinSegments(ReadFile(entry.path()), 0xE1, std::string_view("Exif\0\0", 6));
-            if (!block.empty()) {
-                ++count;
-                ExpectRoundTrip(block, entry.path().filename());
-            }
+    ForEachCorpusFile({""}, 10, [](const std::string& name, const Bytes& file) {
+        const Bytes block = JoinSegments(file, 0xE1, std::string_view("Exif\0\0", 6));
+        const bool isPicture = name.ends_with(".jpg") && !block.empty();
+        if (isPicture) {
+            ExpectRoundTrip(block);
         }
-    }
-    EXPECT_GT(count, 10);
+        return isPicture;
+    });
 }
 
 } // namespace

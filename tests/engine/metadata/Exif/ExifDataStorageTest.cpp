@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 #include <set>
+#include <tuple>
 
 namespace ImagingFramework {
 namespace {
@@ -28,10 +29,7 @@ bool SetNumbers(ExifDataStorage& exif, std::uint32_t key, const std::vector<std:
 }
 std::string GetText(const ExifDataStorage& exif, std::uint32_t key) {
     DataItem item;
-    if (!exif.GetItem(key, item)) {
-        return "-";
-    }
-    const std::string text = static_cast<std::string&>(item);
+    const std::string text = exif.GetItem(key, item) ? static_cast<std::string&>(item) : "-";
     item.FreePointerValue();
     return text;
 }
@@ -79,10 +77,8 @@ TEST(ExifKey, NamesGoBothWays) {
                                                               {"ExifInteroperabilityIndex", 0xF0040001},
                                                               {"ExifThumbnail", 0xF00FF00F}};
     for (const auto& [expected, expectedKey] : examples) {
-        EXPECT_TRUE(exif.KeyToName(expectedKey, name));
-        EXPECT_EQ(name, expected);
-        EXPECT_TRUE(exif.NameToKey(expected, key));
-        EXPECT_EQ(key, expectedKey);
+        EXPECT_TRUE(exif.KeyToName(expectedKey, name) && name == expected) << name;
+        EXPECT_TRUE(exif.NameToKey(expected, key) && key == expectedKey) << expected;
     }
     EXPECT_TRUE(exif.KeyToName(0x829A, name));
     EXPECT_EQ(name, "ExifExposureTime");
@@ -105,20 +101,19 @@ TEST(ExifKey, NamesGoBothWays) {
 
 TEST(ExifDataStorage, TextsAndBytesFollowTheTable) {
     ExifDataStorage exif;
-    EXPECT_TRUE(SetText(exif, 0x0132, "2004:02:29 23:59:58.12345"));
-    EXPECT_EQ(GetText(exif, 0x0132), "2004:02:29 23:59:58") << "19 characters and the NUL";
-    EXPECT_EQ(Stored(exif, 0x0132).size(), 20U);
-    EXPECT_TRUE(SetText(exif, 0x9003, "2004"));
-    EXPECT_EQ(Stored(exif, 0x9003), (Bytes{'2', '0', '0', '4', 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}));
-    EXPECT_TRUE(SetText(exif, 0x010F, "Zeiß"));
-    EXPECT_EQ(Stored(exif, 0x010F).size(), 6U) << "UTF-8 and its NUL";
-    EXPECT_EQ(GetText(exif, 0x010F), "Zeiß");
-    EXPECT_TRUE(SetText(exif, 0xA004, "abcdefghijkß.wav"));
-    EXPECT_EQ(GetText(exif, 0xA004), "abcdefghijk") << "no half of a character";
-    EXPECT_TRUE(SetText(exif, 0xF0030001, "North"));
-    EXPECT_EQ(Stored(exif, 0xF0030001), (Bytes{'N', 0}));
-    EXPECT_TRUE(SetText(exif, 0x0131, ""));
-    EXPECT_EQ(Stored(exif, 0x0131), Bytes{0});
+    const std::tuple<std::uint32_t, const char*, std::string> texts[] = {
+        {0x0132, "2004:02:29 23:59:58.12345", "2004:02:29 23:59:58\0"s}, // 19 characters and the NUL
+        {0x9003, "2004", "2004" + std::string(16, '\0')},
+        {0x010F, "Zeiß", "Zeiß\0"s},                      // UTF-8 and its NUL
+        {0xA004, "abcdefghijkß.wav", "abcdefghijk\0\0"s}, // no half of a character
+        {0xF0030001, "North", "N\0"s},
+        {0x0131, "", "\0"s},
+    };
+    for (const auto& [key, text, stored] : texts) {
+        EXPECT_TRUE(SetText(exif, key, text));
+        EXPECT_EQ(Stored(exif, key), Bytes(stored.begin(), stored.end())) << text;
+        EXPECT_EQ(GetText(exif, key), stored.c_str());
+    }
 
     EXPECT_TRUE(SetBytes(exif, 0x9000, Bytes{'0', '2'}));
     EXPECT_EQ(Stored(exif, 0x9000), (Bytes{'0', '2', 0, 0}));
@@ -182,11 +177,11 @@ TEST(ExifDataStorage, NumbersFollowTheTable) {
 
 TEST(ExifDataStorage, KeysAreWalkedByDirectory) {
     ExifDataStorage exif;
-    EXPECT_TRUE(SetText(exif, 1, "R98"));
-    EXPECT_TRUE(SetNumbers(exif, 0x8827, {100}));
-    EXPECT_TRUE(SetNumbers(exif, 0x8822, {1}));
-    EXPECT_TRUE(SetText(exif, 0x0110, "X"));
-    EXPECT_TRUE(SetNumbers(exif, 0xF0010112, {1}));
+    SetText(exif, 1, "R98");
+    SetText(exif, 0x0110, "X");
+    for (const std::uint32_t key : {0x8827U, 0x8822U, 0xF0010112U}) {
+        SetNumbers(exif, key, {1});
+    }
     std::vector<std::uint32_t> keys;
     std::uint32_t key = 0;
     while (exif.GetKey(static_cast<std::uint32_t>(keys.size()), key)) {
@@ -232,12 +227,11 @@ TEST(ExifText, OfValues) {
         exif.GetItemString(key, result);
         return result;
     };
-    const auto ascii = [](const std::string& value) {
-        return ExifTag{ExifDataType::Ascii, Bytes(value.begin(), value.end())};
+    const auto make = [](ExifDataType type) {
+        return [=](const std::string& value) { return ExifTag{type, Bytes(value.begin(), value.end())}; };
     };
-    const auto undefined = [](const std::string& value) {
-        return ExifTag{ExifDataType::Undefined, Bytes(value.begin(), value.end())};
-    };
+    const auto ascii = make(ExifDataType::Ascii);
+    const auto undefined = make(ExifDataType::Undefined);
     EXPECT_EQ(text(0x8298, ascii("One\0Two\0\0"s)), "One; Two");
     EXPECT_EQ(text(0x010F, ascii("Zei\xDF \x80\0"s)), "Zeiß €") << "windows-1252";
     EXPECT_EQ(text(0x010F, ascii("Zeiß\0"s)), "Zeiß");

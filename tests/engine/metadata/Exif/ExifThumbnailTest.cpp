@@ -13,35 +13,33 @@ namespace {
 using Bytes = ExifBuilder::Bytes;
 using Fields = std::vector<ExifBuilder::Field>;
 
-/// Behind an orientation: the thumbnail's directory, and bytes at place 500.
-Bytes BlockWithThumbnail(const ExifBuilder& empty, const Fields& thumbnail, const Bytes& atPlace500) {
+/// The main directory, the thumbnail's, and bytes at place 500.
+Bytes Block(const ExifBuilder& empty, const Fields& main, const Fields& thumbnail, const Bytes& atPlace500) {
     ExifBuilder b = empty;
-    const std::uint32_t image = b.Directory({b.Short(0x0112, {1})});
-    b.SetNext(image, 1, b.Directory(thumbnail));
+    const std::uint32_t image = b.Directory(main);
+    b.SetNext(image, static_cast<std::uint32_t>(main.size()), b.Directory(thumbnail));
     b.FillTo(500);
     b.Append(atPlace500);
     return b.Get();
+}
+
+Bytes BlockWithThumbnail(const ExifBuilder& empty, const Fields& thumbnail, const Bytes& atPlace500) {
+    return Block(empty, {empty.Short(0x0112, {1})}, thumbnail, atPlace500);
 }
 
 const Bytes TwoPixels = {0xFF, 0xD8, 2, 1, 10, 20, 30, 40, 50, 60};
 
 TEST(ExifThumbnail, IsReadWithItsResolution) {
     const TestThumbnailCodec codec(FileFormat::Jpeg);
-    struct Case {
-        std::uint16_t Unit;
-        double PerInch;
-    };
-    for (const Case& c : {Case{2, 1.0}, Case{3, 2.54}, Case{4, 25.4}, Case{5, 25400.0}, Case{1, 1.0}}) {
+    for (const auto& [unit, perInch] : {std::pair(2U, 1.0), {3U, 2.54}, {4U, 25.4}, {5U, 25400.0}, {1U, 1.0}}) {
         for (const bool little : {true, false}) {
             const ExifBuilder b(little);
-            const ExifDataStorage exif = ParseExif(BlockWithThumbnail(
-                b,
-                {b.Rational(0x011A, {50, 1}), b.Rational(0x011B, {30, 0}), b.Short(0x0128, {c.Unit}),
-                 b.Long(0x0201, {500}), b.Short(0x0202, {10})},
-                TwoPixels));
+            const Fields fields = {b.Rational(0x011A, {50, 1}), b.Rational(0x011B, {30, 0}), b.Short(0x0128, {unit}),
+                                   b.Long(0x0201, {500}), b.Short(0x0202, {10})};
+            const ExifDataStorage exif = ParseExif(BlockWithThumbnail(b, fields, TwoPixels));
             ASSERT_NE(exif.GetThumbnailRef(), nullptr);
-            EXPECT_DOUBLE_EQ(exif.GetThumbnailRef()->GetHorizontalResolution(), 50 * c.PerInch);
-            EXPECT_DOUBLE_EQ(exif.GetThumbnailRef()->GetVerticalResolution(), 30 * c.PerInch) << "over 0: the dividend";
+            EXPECT_DOUBLE_EQ(exif.GetThumbnailRef()->GetHorizontalResolution(), 50 * perInch);
+            EXPECT_DOUBLE_EQ(exif.GetThumbnailRef()->GetVerticalResolution(), 30 * perInch) << "over 0: the dividend";
             EXPECT_EQ(exif.GetCount(), 7U);
             std::uint32_t key = 0;
             EXPECT_TRUE(exif.GetKey(6, key));
@@ -96,8 +94,7 @@ TEST(ExifThumbnail, KeepsItsFileUntilItIsReplaced) {
 
 TEST(ExifThumbnail, WithoutACodecTheFileIsKept) {
     const ExifBuilder b(true);
-    ExifDataStorage exif =
-        ParseExif(BlockWithThumbnail(b, {b.Long(0x0201, {500}), b.Long(0x0202, {10})}, TwoPixels));
+    ExifDataStorage exif = ParseExif(BlockWithThumbnail(b, {b.Long(0x0201, {500}), b.Long(0x0202, {10})}, TwoPixels));
     EXPECT_EQ(exif.GetThumbnailRef(), nullptr);
     EXPECT_EQ(ParseExif(WriteExif(exif)).GetTagCount(ExifIfd::Thumbnail), 6U);
     EXPECT_THROW(IThumbnailCodec::Register(FileFormat::Png, nullptr), ArgumentException);
@@ -138,19 +135,18 @@ TEST(ExifThumbnail, WrongOnesAreToldOrDropped) {
 TEST(ExifThumbnail, UncompressedOnesBecomeATiffFile) {
     const TestThumbnailCodec codec(FileFormat::Tiff);
     for (const bool little : {true, false}) {
-        const ExifBuilder b(little);
-        const Bytes block = BlockWithThumbnail(
-            b,
-            {b.Short(0x0100, {1}), b.Short(0x0102, {8, 8, 8}), b.Long(0x0111, {501, 505}), b.Short(0x0117, {2, 1}),
-             b.Rational(0x011A, {96, 1})},
-            {0, 11, 12, 0, 0, 13});
-        const ExifDataStorage exif = ParseExif(block);
+        const ExifBuilder empty(little);
+        const auto fields = [](const ExifBuilder& b, std::uint32_t first, std::uint32_t second) {
+            return Fields{b.Short(0x0100, {1}), b.Short(0x0102, {8, 8, 8}), b.Long(0x0111, {first, second}),
+                          b.Short(0x0117, {2, 1}), b.Rational(0x011A, {96, 1})};
+        };
+        const ExifDataStorage exif =
+            ParseExif(BlockWithThumbnail(empty, fields(empty, 501, 505), {0, 11, 12, 0, 0, 13}));
         ASSERT_NE(exif.GetThumbnailRef(), nullptr);
         EXPECT_EQ(exif.GetThumbnailRef()->GetHorizontalResolution(), 96);
         ExifBuilder file(true);
         const std::uint32_t end = 8 + 2 + 5 * 12 + 4 + 6 + 8 + 8;
-        file.Directory({file.Short(0x0100, {1}), file.Short(0x0102, {8, 8, 8}), file.Long(0x0111, {end, end + 2}),
-                        file.Short(0x0117, {2, 1}), file.Rational(0x011A, {96, 1})});
+        file.Directory(fields(file, end, end + 2));
         file.Append({11, 12, 13});
         EXPECT_EQ(codec.LastFile, file.Get());
     }
@@ -158,37 +154,29 @@ TEST(ExifThumbnail, UncompressedOnesBecomeATiffFile) {
 
 TEST(ExifThumbnail, StandsInImageResourcesToo) {
     const TestThumbnailCodec codec(FileFormat::Jpeg);
-    const auto resource = [](std::uint8_t id, const Bytes& file) {
+    const auto resource = [](std::uint8_t id, const Bytes& file, const Bytes& next = {}) {
         Bytes bytes = {'8', 'B', 'I', 'M', 4, id, 0, 0, 0, 0, 0, static_cast<std::uint8_t>(28 + file.size())};
         bytes.resize(bytes.size() + 28);
         bytes.insert(bytes.end(), file.begin(), file.end());
+        bytes.insert(bytes.end(), next.begin(), next.end());
         return bytes;
     };
-    const auto join = [](Bytes a, const Bytes& b) {
-        a.insert(a.end(), b.begin(), b.end());
-        return a;
-    };
-    const auto block = [](const Bytes& resources, bool hasThumbnail) {
-        ExifBuilder b(true);
-        const std::uint32_t image = b.Directory({b.Raw(0x8649, 1, resources)});
-        if (hasThumbnail) {
-            b.SetNext(image, 1, b.Directory({b.Long(0x0201, {500}), b.Long(0x0202, {10})}));
-            b.FillTo(500);
-            b.Append(TwoPixels);
-        }
-        return b.Get();
+    const ExifBuilder b(true);
+    const Fields own = {b.Long(0x0201, {500}), b.Long(0x0202, {10})};
+    const auto block = [&](const Bytes& resources, const Fields& thumbnail = {}) {
+        return Block(b, {b.Raw(0x8649, 1, resources)}, thumbnail, TwoPixels);
     };
     const Bytes one = {0, 0, 1, 1, 1, 2, 3, 0};
     const Bytes tall = {0, 0, 1, 2, 1, 2, 3, 4, 5, 6};
-    const Bytes both = join(resource(9, one), join(resource(5, {1, 2}), resource(12, tall)));
-    EXPECT_EQ(ParseExif(block(both, false)).GetThumbnailRef()->GetHeight(), 2U) << "the later one";
-    EXPECT_EQ(ParseExif(block(both, true)).GetThumbnailRef()->GetWidth(), 2U) << "its own directory comes last";
-    EXPECT_EQ(ParseExif(block(resource(5, one), false)).GetThumbnailRef(), nullptr);
-    EXPECT_EQ(ParseExif(block({'8', 'B', 'I', 'M', 4, 9, 0, 0, 0, 0, 0, 0}, false)).GetThumbnailRef(), nullptr);
-    EXPECT_EQ(ParseExif(block(Bytes(40, 'x'), false)).GetThumbnailRef(), nullptr);
-    const std::string text = ThrownText<UnexpectedException>([&] { ParseExif(block(resource(9, {}), false)); });
+    const Bytes both = resource(9, one, resource(5, {1, 2}, resource(12, tall)));
+    EXPECT_EQ(ParseExif(block(both)).GetThumbnailRef()->GetHeight(), 2U) << "the later one";
+    EXPECT_EQ(ParseExif(block(both, own)).GetThumbnailRef()->GetWidth(), 2U) << "its own directory comes last";
+    EXPECT_EQ(ParseExif(block(resource(5, one))).GetThumbnailRef(), nullptr);
+    EXPECT_EQ(ParseExif(block({'8', 'B', 'I', 'M', 4, 9, 0, 0, 0, 0, 0, 0})).GetThumbnailRef(), nullptr);
+    EXPECT_EQ(ParseExif(block(Bytes(40, 'x'))).GetThumbnailRef(), nullptr);
+    const std::string text = ThrownText<UnexpectedException>([&] { ParseExif(block(resource(9, {}))); });
     EXPECT_TRUE(text.ends_with("Cannot create stream object for thumbnail decoding."));
-    EXPECT_EQ(ParseExifTolerantly(block(resource(9, {}), false)).GetCount(), 1U);
+    EXPECT_EQ(ParseExifTolerantly(block(resource(9, {}))).GetCount(), 1U);
 }
 
 } // namespace
