@@ -186,7 +186,7 @@ TEST_P(LoadFaults, AnyCallOfTheSourceMayFail) {
             EXPECT_EQ(target.get_Width(), 3) << call;
         } catch (const MediaUnsupportedException&) {
             EXPECT_EQ(target.get_Width(), 3) << call;
-        } catch (const Host::ArgumentException&) { // of a reader that another test has registered
+        } catch (const Host::ArgumentException&) { // of a reader that a test before has registered
             EXPECT_EQ(target.get_Width(), 3) << call;
         }
     }
