@@ -186,6 +186,8 @@ TEST_P(LoadFaults, AnyCallOfTheSourceMayFail) {
             EXPECT_EQ(target.get_Width(), 3) << call;
         } catch (const MediaUnsupportedException&) {
             EXPECT_EQ(target.get_Width(), 3) << call;
+        } catch (const Host::ArgumentException&) { // of a reader that a test before has registered
+            EXPECT_EQ(target.get_Width(), 3) << call;
         }
     }
 }
