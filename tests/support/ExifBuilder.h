@@ -102,10 +102,7 @@ public:
         return place;
     }
     void Set(std::uint32_t place, std::uint32_t value, std::size_t size = 4) {
-        const Bytes bytes = Number(value, size);
-        for (std::size_t i = 0; i < size; ++i) {
-            m_bytes[place + i] = bytes[i];
-        }
+        std::ranges::copy(Number(value, size), m_bytes.begin() + place);
     }
     void SetFirst(std::uint32_t directory) { Set(4, directory); }
     /// The value or offset in the field at a position of a directory.

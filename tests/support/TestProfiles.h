@@ -181,7 +181,7 @@ public:
         : m_path(Write("profile.icc", {reinterpret_cast<const char*>(bytes.data()), bytes.size()})) {}
 
     const std::filesystem::path& Path() const { return m_path; }
-    std::string Name() const { return m_path.string(); }
+    const std::string& Name() const { return m_path.native(); }
 
 private:
     std::filesystem::path m_path;

@@ -78,11 +78,10 @@ TEST(LcmsProfile, RefusesWhatIsNoProfile) {
     EXPECT_THROW(LcmsProfile("/nonexistent/profile"), CmOpenProfileException);
     EXPECT_THROW(LcmsProfile{std::filesystem::temp_directory_path()}, CmOpenProfileException);
     // A pipe is not waited for.
-    const std::filesystem::path pipe = std::filesystem::temp_directory_path() / "rasterloom-test-profile-pipe";
-    std::filesystem::remove(pipe);
+    const TempFolder folder;
+    const std::filesystem::path pipe = folder.File("pipe");
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
     EXPECT_THROW(LcmsProfile{pipe}, CmOpenProfileException);
-    std::filesystem::remove(pipe);
 }
 
 // --- Profiles that would take for ever
@@ -235,13 +234,13 @@ private:
 };
 
 TEST(SystemProfiles, FindsOrMakesSRgb) {
-    const std::filesystem::path root = std::filesystem::temp_directory_path() / "rasterloom-test-profiles";
-    std::filesystem::remove_all(root);
-    std::filesystem::create_directories(root / "one/color/icc/vendor");
-    const Variable dirs("XDG_DATA_DIRS", (root / "none").string() + ":" + (root / "one").string());
-    const Variable home("XDG_DATA_HOME", (root / "home").string());
+    const TempFolder root;
+    const std::filesystem::path profiles = root.File("one/color/icc");
+    std::filesystem::create_directories(profiles / "vendor");
+    const Variable dirs("XDG_DATA_DIRS", root.File("none").string() + ":" + root.File("one").string());
+    const Variable home("XDG_DATA_HOME", root.File("home").string());
     if (!std::filesystem::exists("/usr/share/color/icc")) {
-        EXPECT_EQ(GetSystemProfileDirectory(), root / "one/color/icc");
+        EXPECT_EQ(GetSystemProfileDirectory(), profiles);
         // Without a file one is made, of version 2.1, always with the same bytes, and shared.
         const auto made = GetSRgbProfile();
         EXPECT_TRUE(made->IsTemporary());
@@ -254,10 +253,7 @@ TEST(SystemProfiles, FindsOrMakesSRgb) {
         EXPECT_EQ(TestProfiles::ReadFile(GetSRgbProfile()->GetPath()), bytes);
     }
     const auto place = [&](const char* name, const Bytes& bytes) {
-        const std::filesystem::path path = root / "one/color/icc" / name;
-        std::ofstream(path, std::ios::binary)
-            .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-        return path;
+        return root.Write(profiles / name, {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
     };
     // The well-known name goes before all others, in any case of letters; what is no RGB profile is passed over.
     place("srgb color space profile.ICM", Bytes(500));
@@ -268,7 +264,6 @@ TEST(SystemProfiles, FindsOrMakesSRgb) {
     const auto known = place("vendor/SRGB Color Space Profile.icm", TestProfiles::SRgb());
     EXPECT_EQ(GetSRgbProfile()->GetPath(), known);
     EXPECT_FALSE(GetSRgbProfile()->IsTemporary());
-    std::filesystem::remove_all(root);
 }
 
 } // namespace

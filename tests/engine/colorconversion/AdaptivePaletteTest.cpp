@@ -1,4 +1,5 @@
 #include "EventsProbe.h"
+#include "ReferenceConversion.h"
 #include "colorconversion/AdaptivePaletteCreator.h"
 #include "colorconversion/ColorSpaceManager.h"
 #include "colorconversion/HexadecimalTreeQuantizer.h"
@@ -6,7 +7,6 @@
 
 #include <cstring>
 #include <gtest/gtest.h>
-#include <limits>
 #include <random>
 
 namespace ImagingFramework {
@@ -146,21 +146,13 @@ BitmapData RandomRaster(PixelFormat format, std::mt19937& random) {
     return raster;
 }
 
-std::uint32_t Distance(const Entry& a, const Entry& b) {
-    const std::uint32_t weights[4] = {11, 59, 30, 20};
-    std::uint32_t sum = 0;
-    for (std::size_t i = 0; i < 4; ++i) {
-        sum += weights[i] * static_cast<std::uint32_t>((a[i] - b[i]) * (a[i] - b[i]));
-    }
-    return sum;
-}
-
 /// Every index of `indexed` must tell an entry nearest to the pixel of `argb`, and the one before it where that is nearest,
 /// too. `threshold` 0 stands for none.
 void ExpectNearest(const BitmapData& argb, const BitmapData& indexed, std::uint8_t threshold) {
-    const std::vector<Entry> entries = Entries(*indexed.GetColorMapRef());
+    const ColorMap& map = *indexed.GetColorMapRef();
+    const std::vector<Entry> entries = Entries(map);
     const auto transparent = std::ranges::find(entries, std::uint8_t{0}, [](const Entry& entry) { return entry[3]; });
-    std::size_t last = 0;
+    std::uint8_t last = 0;
     std::vector<std::uint8_t> indices(argb.GetWidth());
     for (std::uint32_t y = 0; y < argb.GetHeight(); ++y) {
         UnpackIndices(indexed.GetScanlineRef(y), PixelFormatSize(indexed.GetPixelFormat()), indices.size(),
@@ -171,13 +163,9 @@ void ExpectNearest(const BitmapData& argb, const BitmapData& indexed, std::uint8
             if (threshold != 0 && transparent != entries.end()) {
                 pixel = pixel[3] < threshold ? *transparent : Entry{pixel[0], pixel[1], pixel[2], 255};
             }
-            std::uint32_t best = std::numeric_limits<std::uint32_t>::max();
-            for (const Entry& entry : entries) {
-                best = std::min(best, Distance(pixel, entry));
-            }
-            ASSERT_LT(indices[x], entries.size());
-            ASSERT_EQ(Distance(pixel, entries[indices[x]]), best) << x << ", " << y;
-            if (Distance(pixel, entries[last]) == best) {
+            const auto nearest = Reference::NearestEntries(pixel.data(), map);
+            ASSERT_EQ(std::ranges::count(nearest, indices[x]), 1) << x << ", " << y;
+            if (std::ranges::count(nearest, last) != 0) {
                 ASSERT_EQ(indices[x], last) << x << ", " << y;
             }
             last = indices[x];

@@ -62,8 +62,8 @@ std::vector<Indices> Dither(DitheringType type, std::uint32_t intensity, ColorMa
 
 /// The same where all pixels are of one color.
 std::vector<Indices> DitherFlat(DitheringType type, ColorMap& map, const Bytes& pixel, std::size_t width,
-                                std::size_t height) {
-    return Dither(type, 100, map, std::vector<Bytes>(height, Row(std::vector<Bytes>(width, pixel))));
+                                std::size_t height, std::uint32_t intensity = 100) {
+    return Dither(type, intensity, map, std::vector<Bytes>(height, Row(std::vector<Bytes>(width, pixel))));
 }
 
 // --- Error diffusion
@@ -255,10 +255,10 @@ TEST(OrderedDithering, ChoosesBetweenTwoEntries) {
 // zero. From 60 they lead to 88 32 74 17 / 0 146 0 131. At half intensity they are 14 -14 7 -21 / -43 43 -50 35.
 TEST(OrderedDithering, ShiftsPixelsForMoreEntries) {
     ColorMap map = MapOf({Gray(0), Gray(100), Gray(200)});
-    const auto whole = DitherFlat(DitheringType::OrderedBayer2, map, Gray(60), 4, 2);
-    EXPECT_EQ(whole, (std::vector<Indices>{{1, 0, 1, 0}, {0, 1, 0, 1}}));
-    const std::vector<Bytes> rows(2, Row(std::vector<Bytes>(4, Gray(110))));
-    EXPECT_EQ(Dither(DitheringType::OrderedBayer2, 50, map, rows), (std::vector<Indices>{{1, 1, 1, 1}, {1, 2, 1, 1}}));
+    EXPECT_EQ(DitherFlat(DitheringType::OrderedBayer2, map, Gray(60), 4, 2),
+              (std::vector<Indices>{{1, 0, 1, 0}, {0, 1, 0, 1}}));
+    EXPECT_EQ(DitherFlat(DitheringType::OrderedBayer2, map, Gray(110), 4, 2, 50),
+              (std::vector<Indices>{{1, 1, 1, 1}, {1, 2, 1, 1}}));
 }
 
 // The first draws of the generator are 16838, 5758, 10113, 17515, 31051, 5627, 23010, 7419: noise of 3, -84, -49, 8, 114,
@@ -267,11 +267,10 @@ TEST(NoiseDithering, AddsTheNoiseOfItsGenerator) {
     ColorMap map = MapOf({Gray(0), Gray(255)});
     const Indices expected = {1, 0, 0, 1, 1, 0, 1, 0};
     EXPECT_EQ(DitherFlat(DitheringType::Noise, map, Gray(128), 8, 1)[0], expected);
-    const auto two = DitherFlat(DitheringType::Noise, map, Gray(128), 4, 2);
-    EXPECT_EQ(two, (std::vector<Indices>{{1, 0, 0, 1}, {1, 0, 1, 0}}));
-    const Bytes row = Row(std::vector<Bytes>(8, Gray(170)));
+    EXPECT_EQ(DitherFlat(DitheringType::Noise, map, Gray(128), 4, 2),
+              (std::vector<Indices>{{1, 0, 0, 1}, {1, 0, 1, 0}}));
     // A tenth: 0, -8, -4, 0, 11, -8, 5, -7.
-    EXPECT_EQ(Dither(DitheringType::Noise, 10, map, {row})[0], Indices(8, 1));
+    EXPECT_EQ(DitherFlat(DitheringType::Noise, map, Gray(170), 8, 1, 10)[0], Indices(8, 1));
 }
 
 // --- Failures and the link
@@ -284,27 +283,23 @@ TEST(Dithering, NamesWhatIsWrong) {
     const auto indexed = PixelFormat::Format4bppIndexed;
     EXPECT_THROW(create(PixelFormat::Format24bppRgb, indexed, 1), UnsupportedPixelFormatException);
     EXPECT_THROW(create(argb, argb, 1), UnsupportedPixelFormatException);
-    EXPECT_NE(ThrownText<ArgumentException>([&] { create(argb, indexed, 0); }).find("enDitheringType"), std::string::npos);
+    ExpectThrown<ArgumentException>("enDitheringType", [&] { create(argb, indexed, 0); });
     EXPECT_THROW(create(argb, indexed, 16), ArgumentException);
     std::uint8_t bytes[4] = {};
     for (int type = 1; type <= 15; ++type) {
         const auto dithering = create(argb, indexed, type);
         if (type <= 8) {
-            EXPECT_NE(ThrownText<NotInitializedException>([&] { dithering->ApplyDithering(bytes, bytes); }).find("Dithering"),
-                      std::string::npos);
+            ExpectThrown<NotInitializedException>("Dithering", [&] { dithering->ApplyDithering(bytes, bytes); });
         }
-        EXPECT_NE(ThrownText<ArgumentException>([&] { dithering->Open(0, 1, nullptr); }).find("the value must be > 0"),
-                  std::string::npos);
+        ExpectThrown<ArgumentException>("the value must be > 0", [&] { dithering->Open(0, 1, nullptr); });
         dithering->Open(1, 100, nullptr);
         EXPECT_THROW(dithering->ApplyDithering(nullptr, bytes), ArgumentNullPointerException);
         EXPECT_THROW(dithering->ApplyDithering(bytes, nullptr), ArgumentNullPointerException);
-        EXPECT_NE(ThrownText<PaletteException>([&] { dithering->ApplyDithering(bytes, bytes); }).find("not presented"),
-                  std::string::npos);
+        ExpectThrown<PaletteException>("not presented", [&] { dithering->ApplyDithering(bytes, bytes); });
     }
     const auto expectForeign = [](Dithering&& dithering) {
-        EXPECT_NE(ThrownText<ArgumentException>([&] { dithering.Open(1, 1, nullptr); })
-                      .find("the dithering type specified is not supported"),
-                  std::string::npos);
+        ExpectThrown<ArgumentException>("the dithering type specified is not supported",
+                                        [&] { dithering.Open(1, 1, nullptr); });
     };
     expectForeign(IndexedErrorDiffusion(DitheringType::Noise));
     expectForeign(IndexedOrderedDithering(DitheringType::Stephenson));

@@ -1,3 +1,4 @@
+#include "Throws.h"
 #include "TreeOracle.h"
 #include "colorconversion/HexadecimalTreeQuantizer.h"
 #include "colorconversion/MedianCutQuantizer.h"
@@ -70,12 +71,7 @@ TEST(ColorQuantizer, ChecksItsArguments) {
     HexadecimalTreeQuantizer tree;
     MedianCutQuantizer cut;
     for (ColorQuantizer* const other : {static_cast<ColorQuantizer*>(&tree), static_cast<ColorQuantizer*>(&cut)}) {
-        try {
-            other->GetNearestColorIndex(0, 0, 0);
-            ADD_FAILURE();
-        } catch (const Exception& failure) {
-            EXPECT_EQ(failure.GetExceptionStringRef(), "Method not implemented");
-        }
+        ExpectThrown<Exception>("Method not implemented", [&] { other->GetNearestColorIndex(0, 0, 0); });
         EXPECT_TRUE(Quantize(*other, true, 256, {}).empty());
     }
 }
@@ -94,23 +90,31 @@ TEST(OctreeColorQuantizer, MergesTheYoungestFirst) {
     EXPECT_EQ(Quantize(quantizer, true, 0, {{9, 1, 2, 3}}), (Colors{Rgb(1, 2, 3)})) << "a new start; alpha is dropped";
 }
 
-TEST(OctreeColorQuantizer, EqualsTheOracle) {
+/// The palettes of all three kinds of pictures with each limit.
+void ExpectOracle(ColorQuantizer& quantizer, TreeOracle::Kind kind, std::initializer_list<std::uint32_t> limits) {
+    const bool isOctree = kind == TreeOracle::Kind::Octree;
     std::mt19937 random(4);
-    for (const std::uint32_t limit : {1U, 2U, 7U, 16U, 100U, 256U}) {
-        for (int kind = 0; kind < 3; ++kind) {
-            const Colors colors = RandomColors(random, kind, 700);
-            TreeOracle oracle(TreeOracle::Kind::Octree, 8, limit);
-            for (Color color : colors) {
-                color[0] = 255;
+    for (const std::uint32_t limit : limits) {
+        for (int picture = 0; picture < 3; ++picture) {
+            Colors colors = RandomColors(random, picture, 700);
+            TreeOracle oracle(kind, isOctree ? 8 : 6, limit);
+            for (Color& color : colors) {
+                color[0] = isOctree ? 255 : color[0];
                 oracle.Add(color);
             }
-            OctreeColorQuantizer quantizer;
-            ASSERT_EQ(Quantize(quantizer, false, limit, colors), oracle.Palette()) << limit << ", kind " << kind;
-            for (const auto& [alpha, red, green, blue] : colors) {
+            ASSERT_EQ(Quantize(quantizer, !isOctree, limit, colors), oracle.Palette()) << limit << ", " << picture;
+            for (const auto& [alpha, red, green, blue] : isOctree ? colors : Colors()) {
                 ASSERT_GE(quantizer.GetNearestColorIndex(red, green, blue), 0);
             }
         }
     }
+}
+
+TEST(ColorQuantizer, TreesEqualTheOracle) {
+    OctreeColorQuantizer octree;
+    ExpectOracle(octree, TreeOracle::Kind::Octree, {1, 2, 7, 16, 100, 256});
+    HexadecimalTreeQuantizer tree;
+    ExpectOracle(tree, TreeOracle::Kind::SixteenWay, {2, 8, 9, 10, 100, 256});
 }
 
 // Half transparent white and opaque mid gray share a path in the colours, but not in alpha; the mean is of plain colours.
@@ -136,21 +140,6 @@ TEST(HexadecimalTreeQuantizer, NeverMergesTheChildrenOfTheRoot) {
     // Further colours find leaves: 255 and 1 become 128.
     nine.push_back(Rgb(255, 255, 1));
     EXPECT_EQ(Quantize(quantizer, true, 8, nine)[4], Rgb(255, 255, 0)); // blue: 1 / 2
-}
-
-TEST(HexadecimalTreeQuantizer, EqualsTheOracle) {
-    std::mt19937 random(5);
-    for (const std::uint32_t limit : {2U, 8U, 9U, 10U, 100U, 256U}) {
-        for (int kind = 0; kind < 3; ++kind) {
-            const Colors colors = RandomColors(random, kind, 700);
-            TreeOracle oracle(TreeOracle::Kind::SixteenWay, 6, limit);
-            for (const Color& color : colors) {
-                oracle.Add(color);
-            }
-            HexadecimalTreeQuantizer quantizer;
-            ASSERT_EQ(Quantize(quantizer, true, limit, colors), oracle.Palette()) << limit << ", kind " << kind;
-        }
-    }
 }
 
 // The record that came last has no say in how far the first box reaches.
