@@ -15,7 +15,7 @@
 template <class Format>
 void LoadPicture(const std::uint8_t* pData, std::size_t size) {
     using namespace ImagingFramework;
-    SetMaximumFramePixels(std::uint64_t{4} << 20);
+    SetMaximumFramePixels(std::uint64_t{1} << 20);
     const std::vector<std::uint8_t> file(pData, pData + size);
     const auto load = [&](ItemTag tag) {
         Format metaData;
