@@ -37,6 +37,9 @@ Bytes Travel(const Bytes& file, std::int64_t format) {
     return result;
 }
 
+// Taken before any test registers formats of its own.
+const std::vector<std::int64_t> OwnFormats = Codecs::FormatManager::SupportedMediaFormatsForSave();
+
 TEST(DifferentBitmapsThreading, TravelSideBySide) {
     struct Journey {
         std::int64_t Format;
@@ -44,7 +47,7 @@ TEST(DifferentBitmapsThreading, TravelSideBySide) {
         Bytes Expected;
     };
     std::vector<Journey> journeys;
-    for (const std::int64_t format : Codecs::FormatManager::SupportedMediaFormatsForSave()) {
+    for (const std::int64_t format : OwnFormats) {
         const Bytes file = FileOf(format);
         journeys.push_back({format, file, Travel(file, format)});
     }

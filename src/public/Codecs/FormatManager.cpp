@@ -149,8 +149,22 @@ std::unique_ptr<IFormatWriter> FindWriter(const std::filesystem::path& fileName)
         [&](IFormatWriter& writer) { return FilterContains(writer.get_FilterString(), pattern); });
 }
 
+/// A clone of the first reader that takes the stream. Clones are asked, without the lock: a stream may be slow, and other
+/// threads shall not wait for it.
 std::unique_ptr<IFormatReader> FindReader(const std::shared_ptr<Host::Stream>& stream) {
-    return Require(CloneFirst<IFormatReader>([&](IFormatReader& reader) { return reader.CheckForSupport(stream); }));
+    std::unique_ptr<IFormatReader> reader;
+    const auto take = [&](std::size_t index) {
+        return WithList<IFormatReader>([&](const CodecList<IFormatReader>& list) {
+            reader = index < list.size() ? list[index]->Clone() : nullptr;
+            return index < list.size();
+        });
+    };
+    for (std::size_t index = 0; take(index); ++index) {
+        if (reader && reader->CheckForSupport(stream)) {
+            return reader;
+        }
+    }
+    throw MediaUnsupportedException();
 }
 
 /// The "all" entry and the entries of each codec, as a file dialog takes them; empty for an empty list.
