@@ -4,6 +4,7 @@
 #include "EveryCodec.h"
 #include "PcxBuilder.h"
 
+#include <Corvane/Rasterloom/Codecs/BmpEncoderOptions.h>
 #include <Corvane/Rasterloom/Codecs/ExifDictionary.h>
 #include <Corvane/Rasterloom/Codecs/IptcDictionary.h>
 #include <Corvane/Rasterloom/Codecs/JpegEncoderOptions.h>
@@ -45,6 +46,8 @@ std::vector<Way> AllWays() {
     for (const std::int64_t format : FormatManager::SupportedMediaFormatsForSave()) {
         ways.push_back({NameOf(format), FormatManager::CreateEncoderOptions(format)});
     }
+    ways.push_back({"BmpRle8", std::make_shared<BmpEncoderOptions>(CompressionType::Rle), PixelFormat::Format8bppIndexed});
+    ways.push_back({"BmpRle4", std::make_shared<BmpEncoderOptions>(CompressionType::Rle), PixelFormat::Format4bppIndexed});
     ways.push_back({"JpegProgressiveWithMetadata", JpegWithMetadata()});
     ways.push_back({"JpegCmyk", std::make_shared<JpegEncoderOptions>(), PixelFormat::Format32bppCmyk});
     ways.push_back({"PngInterlaced", std::make_shared<PngEncoderOptions>(true)});
