@@ -295,6 +295,8 @@ TEST(BitmapFrameDecoder, DamageHasItsClass) {
         rle8(6, 1, {0, 2, 0xFF, 0, 0, 1}),       // before the line
         rle8(6, 3, {0, 2, 0xFF, 1, 0, 0, 0, 1}), // before the line that a delta leads to
         rle8(30000, 30000, {0, 1}),              // 900 million pixels from an end code
+        rle8(6000, 6000, {0, 1}),                // 36 million
+        rle8(5, 200000, {0, 1}),                 // a million, in rows that count for 256 each
     };
     for (const Bytes& file : corrupted) {
         EXPECT_THROW(LoadBmp(file), MediaCorruptedException) << &file - corrupted;
